@@ -1,0 +1,2 @@
+#include "core/application.h"
+int main() { return 0; }

@@ -1,0 +1,164 @@
+// The application state and the commands that rebuild it.
+#include "core/application.h"
+
+#include <filesystem>
+
+#include "core/diagnostics.h"
+#include "core/format.h"
+#include "core/ui_hooks.h"
+#include "velmar_version.h"
+
+namespace velmar {
+
+Application& App() {
+  static Application app;
+  return app;
+}
+
+ModelSet MakeModelSet(SetKind kind) {
+  ModelSet s;
+  s.Project = std::make_shared<clsVXProject>();
+  s.Units = std::make_shared<clsVXUnits>();
+  s.WaterProperties = std::make_shared<clsVXWaterProperties>();
+  if (kind != SetKind::ReferenceProp) {
+    s.Hull = std::make_shared<clsVXHull>();
+    s.Appendage = std::make_shared<clsVXAppendage>();
+    s.Environment = std::make_shared<clsVXEnvironment>();
+    s.SpeedPerformance = std::make_shared<clsVXSpeedPerformance>();
+  }
+  SetLinkedClasses(s);
+  return s;
+}
+
+void SetLinkedClasses(ModelSet& s) {
+  if (s.WaterProperties) s.WaterProperties->SetLinkedClasses(s.Units);
+  if (s.Hull) s.Hull->SetLinkedClasses(s.Units, s.WaterProperties);
+  if (s.Appendage) s.Appendage->SetLinkedClasses(s.Units, s.WaterProperties, s.Hull);
+  if (s.Environment) s.Environment->SetLinkedClasses(s.Units, s.WaterProperties);
+  if (s.SpeedPerformance) s.SpeedPerformance->SetLinkedClasses(s.Units, s.WaterProperties);
+}
+
+std::string ProgramVersionText() {
+  return "Velmar " + FormatNumber(kVersionMajor, "0") + "." + FormatNumber(kVersionMinor, "00") + "." +
+         FormatNumber(kVersionRevision, "0000");
+}
+
+void NewProject() {
+  Application& app = App();
+  int step = 0;
+  auto trace = [&] {
+    ++step;
+    if (app.Trace) app.Trace("mM:CNP" + FormatNumber(step, "00"));
+  };
+  // 1. Release everything.
+  app.primary = ModelSet{};
+  trace();
+  app.RefShipResistance = ModelSet{};
+  app.RefShipPropulsion = ModelSet{};
+  app.RefPropeller = ModelSet{};
+  app.compare.reset();
+  trace();
+  // 2. and 4. New instances with their defaults, wired as shared links.
+  app.primary = MakeModelSet(SetKind::Primary);
+  trace();
+  app.RefShipResistance = MakeModelSet(SetKind::ReferenceShip);
+  app.RefShipPropulsion = MakeModelSet(SetKind::ReferenceShip);
+  app.RefPropeller = MakeModelSet(SetKind::ReferenceProp);
+  trace();
+  // 5. Identity of the new project.
+  app.primary.Project->Source = ProgramVersionText();
+  app.primary.Project->FileName = "untitled.vxvl";
+  // 6.
+  app.primary.Units->SigDigits(10);
+  // 7. The pair of flags, then the state of a fresh project.
+  SetNeedCalculate(true, false);
+  app.NeedCalculateResistance = true;
+  app.ProjectDirty = false;
+  app.NeedCalculatePropulsion = false;
+  ResetCalcErrorState();
+  // 8. The template, when the options name one that exists.
+  if (app.TemplateEnabled && !app.TemplateFile.empty() && app.TemplateFile != "None defined" &&
+      app.LoadTemplateFile) {
+    std::error_code ec;
+    if (std::filesystem::exists(app.TemplateFile, ec)) app.LoadTemplateFile(app.TemplateFile);
+  }
+}
+
+ModelSet& CompareProject() {
+  Application& app = App();
+  if (!app.compare) {
+    app.compare = std::make_unique<ModelSet>(MakeModelSet(SetKind::Compare));
+    app.compare->SpeedPerformance->count(1);
+    app.compare->Units->SigDigits(10);
+  }
+  return *app.compare;
+}
+
+void ClearErrorStacks() {
+  ModelSet& s = App().primary;
+  if (s.WaterProperties) s.WaterProperties->ClearErrorStack();
+  if (s.Hull) s.Hull->ClearErrorStack();
+  if (s.Appendage) s.Appendage->ClearErrorStack();
+  if (s.Environment) s.Environment->ClearErrorStack();
+  if (s.SpeedPerformance) s.SpeedPerformance->ClearErrorStack();
+}
+
+void SetNeedCalculate(bool resistance, bool propulsion) {
+  Application& app = App();
+  app.NeedCalculateResistance = resistance;
+  app.NeedCalculatePropulsion = propulsion;
+  app.ProjectDirty = true;
+  RefreshCalculateButton();
+}
+
+CalculateButtonState RefreshCalculateButton() {
+  const Application& app = App();
+  // The hull drag technique of the resistance settings: 0 prediction, 1 aligned prediction.
+  const int technique = 0;
+  const bool techniqueHasTable = technique == 0 || technique == 1;
+  CalculateButtonState st;
+  if (app.CurrentMode == Mode::Propulsion) {
+    if (app.NeedCalculateResistance || app.NeedCalculatePropulsion) {
+      st.image = "NeedCalculate";
+      st.button5Enabled = false;
+    } else {
+      st.image = "Calculate";
+      st.button5Enabled = true;
+      st.button5Changed = techniqueHasTable;
+    }
+  } else if (app.NeedCalculateResistance) {
+    st.image = "NeedCalculate";
+    st.button5Enabled = false;
+  } else {
+    st.image = "Calculate";
+    st.button5Enabled = techniqueHasTable;
+    st.button5Changed = techniqueHasTable;
+  }
+  if (st.button5Changed) Hooks().SetCalculateButton(st.image, st.button5Enabled);
+  else Hooks().SetCalculateButton(st.image, false);
+  return st;
+}
+
+bool ApplyUnitsCommand(const clsVXUnits* selection) {
+  ModelSet& s = App().primary;
+  const std::shared_ptr<clsVXUnits> oldUnits = s.Units->CopyClass();
+  if (!selection) {
+    s.Units->UnitsFormReturn(2);
+    return false;
+  }
+  for (UnitFamily f : AllUnitFamilies()) {
+    s.Units->SetIndex(f, selection->Index(f));
+    s.Units->SetFormat(f, selection->FormatText(f));
+  }
+  s.Units->UnitsFormReturn(1);
+  const clsVXUnits& now = *s.Units;
+  if (s.WaterProperties) s.WaterProperties->ConvertAllData(now, *oldUnits);
+  if (s.Hull) s.Hull->ConvertAllData(now, *oldUnits);
+  if (s.Appendage) s.Appendage->ConvertAllData(now, *oldUnits);
+  if (s.Environment) s.Environment->ConvertAllData(now, *oldUnits);
+  if (s.SpeedPerformance) s.SpeedPerformance->ConvertAllData(now, *oldUnits);
+  Hooks().RefreshResults();
+  return true;
+}
+
+}  // namespace velmar

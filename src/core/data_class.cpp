@@ -1,0 +1,95 @@
+// Generic field storage, conversion, checks and texts of the data classes.
+#include "core/data_class.h"
+
+#include <stdexcept>
+
+#include "core/constants.h"
+#include "core/diagnostics.h"
+#include "core/format.h"
+
+namespace velmar {
+
+bool FailsCheck(const FieldDesc& d, double v) {
+  switch (d.check) {
+    case Check::None: return false;
+    case Check::NotPositive: return v <= 0.0;
+    case Check::Negative: return v < 0.0;
+    case Check::BelowOne: return v < 1.0;
+    case Check::Outside: return v < d.lo || v > d.hi;
+  }
+  return false;
+}
+
+DataClass::DataClass(std::span<const FieldDesc> fields, std::shared_ptr<clsVXUnits> units)
+    : fields_(fields), values_(fields.size(), 0.0), units_(std::move(units)) {}
+
+int DataClass::FieldIndex(std::string_view name) const {
+  for (size_t i = 0; i < fields_.size(); ++i) {
+    if (name == fields_[i].name) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+double DataClass::Read(int field, int unit) const {
+  const FieldDesc& d = fields_[field];
+  const double stored = values_[field];
+  double v = stored;
+  if (d.family != UnitFamily::None && unit != kCurrent) {
+    if (!units_) throw std::logic_error("Units link not set");
+    v = units_->Convert(d.family, stored, unit, kCurrent);
+  }
+  if (FailsCheck(d, stored)) errors_.Push(d.word);
+  return v;
+}
+
+void DataClass::Write(int field, int unit, double value) {
+  const FieldDesc& d = fields_[field];
+  if (d.family != UnitFamily::None && unit != kCurrent) {
+    if (!units_) throw std::logic_error("Units link not set");
+    value = units_->Convert(d.family, value, kCurrent, unit);
+  }
+  // The first entry of a still-empty field is tested against its entry range; a value
+  // already there is replaced silently. The value is stored either way.
+  if ((d.flags & kWarnEntryOutside) && values_[field] == 0.0 && (value < d.entryLo || value > d.entryHi)) {
+    ShowWarning(1, "Data entry error",
+                "Entry is outside of valid range [" + FormatNumber(d.entryLo, "0.0") + "\u00b7\u00b7" +
+                    FormatNumber(d.entryHi, "0.0##") + "]",
+                -1.0);
+  }
+  if (d.kind == FieldKind::Int || d.kind == FieldKind::Enum) value = static_cast<double>(static_cast<long>(value));
+  values_[field] = value;
+}
+
+std::string DataClass::FormattedOf(int field, int unit) const {
+  const FieldDesc& d = fields_[field];
+  const double v = Read(field, unit);
+  if (*d.format || d.family == UnitFamily::None) return FormatNumber(v, d.format);
+  if (!units_) return FormatNumber(v, "");
+  const UnitFamily f = d.family == UnitFamily::Volume ? UnitFamily::Length : d.family;
+  return FormatNumber(v, units_->Format(f));
+}
+
+std::string DataClass::FieldNameOf(int field) const { return std::string(FieldIndent) + fields_[field].label; }
+
+std::string DataClass::LabelOf(int field, int index) const {
+  const FieldDesc& d = fields_[field];
+  if (!d.labels) return "";
+  if (index == -1) index = static_cast<int>(values_[field]);
+  return d.labels->labels.at(static_cast<size_t>(index));
+}
+
+void DataClass::ConvertAllData(const clsVXUnits& /*newUnits*/, const clsVXUnits& oldUnits) {
+  for (size_t i = 0; i < fields_.size(); ++i) {
+    const FieldDesc& d = fields_[i];
+    if (d.kind != FieldKind::Quantity || (d.flags & kNoConvert)) continue;
+    const UnitFamily f = d.convertAs != UnitFamily::None ? d.convertAs : d.family;
+    UnitFamily selector = f;
+    if (f == UnitFamily::Volume) selector = UnitFamily::Length;
+    if (f == UnitFamily::PropLengthSq || f == UnitFamily::PropLengthCube) selector = UnitFamily::PropLength;
+    values_[i] = units_->Convert(f, values_[i], kCurrent, oldUnits.Index(selector));
+  }
+}
+
+void DataClass::ClearAllData() { std::fill(values_.begin(), values_.end(), 0.0); }
+
+}  // namespace velmar

@@ -1,0 +1,33 @@
+// The calculation error state that collects messages during a prediction run, and the
+// warning box that shows them once at the end.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace velmar {
+
+void SetCalcLocation(std::string_view location);
+void AddCalcError(std::string_view text);
+void AddCalcErrors(std::string_view stack);
+// Composes the pending cause into the error text; true if there was one. Always leaves the
+// cause and both flags cleared.
+bool CalcErrorsPending();
+bool CalcErrorFoundFlag();
+// Marks the pending cause as belonging to the current speed row.
+void SetCalcErrorAtSpeed(bool atSpeed);
+std::string GetCalcErrorText();
+std::string GetCalcLocation();
+std::string GetCalcCause();
+// Clears the whole state (a new run of a test, a new project).
+void ResetCalcErrorState();
+
+// Composes the warning box text; severity 0 "WARNING: ", 1 "DATA ERROR: ", 2 "CALCULATION
+// ERROR: ". A speed of -1 adds no speed line.
+std::string ComposeWarningText(int severity, std::string_view location, std::string_view message, double speed);
+// Shows the composed text through the UI hooks under the title "Warning!". A helpContext of
+// -1 is set to 0 (OK button alone). Returns the text shown.
+std::string ShowWarning(int severity, std::string_view location, std::string_view message, double speed,
+                        int* helpContext = nullptr);
+
+}  // namespace velmar

@@ -1,0 +1,190 @@
+// Numeric and text helpers shared by the whole engine.
+#include "core/helpers.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <cstdlib>
+
+#include "core/format.h"
+
+namespace velmar {
+
+double Log10(double x) { return std::log(x) / std::log(10.0); }
+
+double ArcSin(double x) {
+  if (x > 1.0 || x < -1.0) return 0.0;
+  if (x == 1.0) return 2.0 * std::atan(1.0);
+  if (x == -1.0) return -2.0 * std::atan(1.0);
+  return std::atan(x / std::sqrt(1.0 - x * x));
+}
+
+double ArcTan2(double y, double x) {
+  const double quarter = std::atan(1.0);
+  if (x > 0.0) return std::atan(y / x);
+  if (x < 0.0) return std::atan(y / x) + (y >= 0.0 ? 4.0 * quarter : -4.0 * quarter);
+  if (y > 0.0) return 2.0 * quarter;
+  if (y < 0.0) return -2.0 * quarter;
+  return 0.0;
+}
+
+double ArrayMax(const std::vector<double>& a) {
+  if (a.empty()) return 0.0;
+  double m = a.front();
+  for (double v : a) m = v > m ? v : m;
+  return m;
+}
+
+double ArrayMin(const std::vector<double>& a) {
+  if (a.empty()) return 0.0;
+  double m = a.front();
+  for (double v : a) m = v < m ? v : m;
+  return m;
+}
+
+void SortPairs(int count, std::vector<double>& keys, std::vector<double>& values) {
+  const int n = std::min<int>({count, static_cast<int>(keys.size()), static_cast<int>(values.size())});
+  bool swapped = true;
+  while (swapped) {
+    swapped = false;
+    for (int i = 0; i + 1 < n; ++i) {
+      if (keys[i] > keys[i + 1]) {
+        std::swap(keys[i], keys[i + 1]);
+        std::swap(values[i], values[i + 1]);
+        swapped = true;
+      }
+    }
+  }
+}
+
+// Steps of the historical rounding: scale to an integer of `digits` digits, take the integer
+// part, add one when the fraction reaches one half, and scale back.
+double RoundToSigDigits(double value, int digits, std::string* formatOut) {
+  if (value == 0.0 || digits < 1) {
+    if (formatOut) formatOut->clear();
+    return 0.0;
+  }
+  const double sign = value < 0.0 ? -1.0 : 1.0;
+  double a = std::fabs(value);
+  const int e = static_cast<int>(std::floor(Log10(a))) + 1;
+  auto roundUp = [](double x) {
+    double r = std::floor(x);
+    if (std::floor(x + 0.5) > r) r += 1.0;
+    return r;
+  };
+  static const std::string kPattern = "#########0.0000000000";
+  double r;
+  if (digits > e) {
+    const double s = std::pow(10.0, digits - e);
+    r = roundUp(a * s) / s;
+    if (formatOut) {
+      const int len = std::clamp(digits + 11 - e, 0, static_cast<int>(kPattern.size()));
+      *formatOut = kPattern.substr(0, static_cast<size_t>(len));
+    }
+  } else if (digits == e) {
+    r = roundUp(a);
+    if (formatOut) *formatOut = "#########0";
+  } else {
+    const double s = std::pow(10.0, e - digits);
+    r = roundUp(a / s) * s;
+    if (formatOut) *formatOut = "#########0";
+  }
+  return sign * r;
+}
+
+std::string FormatPeriod(double value, std::string_view format) {
+  std::string s = FormatNumber(value, format);
+  std::replace(s.begin(), s.end(), ',', '.');
+  return Trim(s);
+}
+
+std::vector<std::string> SplitDelimited(std::string_view text, std::string_view delimiter) {
+  std::vector<std::string> out;
+  if (delimiter.empty()) {
+    out.emplace_back(text);
+    return out;
+  }
+  size_t start = 0;
+  for (;;) {
+    const size_t pos = text.find(delimiter, start);
+    if (pos == std::string_view::npos) {
+      out.emplace_back(text.substr(start));
+      return out;
+    }
+    out.emplace_back(text.substr(start, pos - start));
+    start = pos + delimiter.size();
+  }
+}
+
+std::string Trim(std::string_view text) {
+  size_t b = 0, e = text.size();
+  while (b < e && (text[b] == ' ' || text[b] == '\t')) ++b;
+  while (e > b && (text[e - 1] == ' ' || text[e - 1] == '\t')) --e;
+  return std::string(text.substr(b, e - b));
+}
+
+namespace {
+// Length of the leading decimal number of `s` (sign, digits, one point, exponent), 0 if none.
+size_t LeadingNumberLength(std::string_view s) {
+  size_t i = 0;
+  if (i < s.size() && (s[i] == '+' || s[i] == '-')) ++i;
+  size_t digits = 0;
+  while (i < s.size() && std::isdigit(static_cast<unsigned char>(s[i]))) ++i, ++digits;
+  if (i < s.size() && s[i] == '.') {
+    ++i;
+    while (i < s.size() && std::isdigit(static_cast<unsigned char>(s[i]))) ++i, ++digits;
+  }
+  if (digits == 0) return 0;
+  if (i < s.size() && (s[i] == 'e' || s[i] == 'E')) {
+    size_t j = i + 1;
+    if (j < s.size() && (s[j] == '+' || s[j] == '-')) ++j;
+    size_t expDigits = 0;
+    while (j < s.size() && std::isdigit(static_cast<unsigned char>(s[j]))) ++j, ++expDigits;
+    if (expDigits > 0) i = j;
+  }
+  return i;
+}
+}  // namespace
+
+double TextToDouble(std::string_view text) {
+  const std::string t = Trim(text);
+  const size_t n = LeadingNumberLength(t);
+  if (n == 0) return 0.0;
+  return std::strtod(t.substr(0, n).c_str(), nullptr);
+}
+
+long TextToInteger(std::string_view text) {
+  const double v = TextToDouble(text);
+  // Conversion to an integer rounds half to even, as the old runtime's CInt did.
+  return static_cast<long>(std::nearbyint(v));
+}
+
+std::string StripControlChars(std::string_view text, bool keepLineBreaks) {
+  std::string out;
+  out.reserve(text.size());
+  for (char c : text) {
+    const auto u = static_cast<unsigned char>(c);
+    if (u >= 32 || (keepLineBreaks && (c == '\r' || c == '\n'))) out.push_back(c);
+  }
+  return out;
+}
+
+bool EqualsNoCase(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i) {
+    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
+      return false;
+  }
+  return true;
+}
+
+int FindInList(std::string_view text, const std::vector<std::string>& list) {
+  for (size_t i = 0; i < list.size(); ++i) {
+    if (EqualsNoCase(text, list[i])) return static_cast<int>(i) + 1;
+  }
+  return 0;
+}
+
+std::string Bracketed(std::string_view text) { return "[" + std::string(text) + "]"; }
+
+}  // namespace velmar

@@ -1,0 +1,53 @@
+// The engine's only way to reach a screen: questions, warning boxes, busy pointer, event-loop
+// breathing, ending an open cell edit and refreshing views. The GUI implements these with
+// windows; HeadlessHooks answers from its caller and collects the warning texts.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velmar {
+
+enum class Answer { Yes, No, Cancel };
+
+class UIHooks {
+ public:
+  virtual ~UIHooks() = default;
+  // A Yes/No (or Yes/No/Cancel) question under a title.
+  virtual Answer Ask(std::string_view title, std::string_view text, bool withCancel, Answer defaultAnswer) = 0;
+  // A message box. `helpContext` 0 means an OK button alone.
+  virtual void ShowMessage(std::string_view title, std::string_view text, int helpContext) = 0;
+  virtual void BusyPointer(bool /*on*/) {}
+  virtual void Breathe() {}
+  virtual void EndCellEdit() {}
+  // The results tables and graphs of the mode windows are to be rebuilt.
+  virtual void RefreshResults() {}
+  // The Calculate toolbar image ("Calculate" or "NeedCalculate") and button 5's state.
+  virtual void SetCalculateButton(std::string_view /*image*/, bool /*button5Enabled*/) {}
+};
+
+// Answers questions from a script (first in, first out), else with the default answer,
+// and keeps every message shown.
+class HeadlessHooks : public UIHooks {
+ public:
+  struct Message {
+    std::string title, text;
+  };
+  Answer Ask(std::string_view title, std::string_view text, bool withCancel, Answer defaultAnswer) override;
+  void ShowMessage(std::string_view title, std::string_view text, int helpContext) override;
+
+  std::deque<Answer> scriptedAnswers;
+  std::vector<Message> questions;
+  std::vector<Message> messages;
+};
+
+// The hooks in force for the process; a HeadlessHooks until a front end installs its own.
+UIHooks& Hooks();
+// Installs `hooks` (not owned; nullptr restores the built-in headless hooks).
+void SetHooks(UIHooks* hooks);
+// The built-in headless hooks, for tests and the command line.
+HeadlessHooks& DefaultHeadlessHooks();
+
+}  // namespace velmar

@@ -1,0 +1,194 @@
+// Unit families, factors, formats and the conversion with significant-digit rounding.
+#include "core/units.h"
+
+#include <cmath>
+#include <stdexcept>
+
+#include "core/helpers.h"
+
+namespace velmar {
+namespace {
+
+// Factors are "how many of this unit make one of index 0". The composite factors are the
+// products and quotients of the given literals, in double precision, in this order. The
+// mm2 factor is a quotient on purpose: it makes one square foot 10763910.4167 mm2.
+const std::array<UnitFamilyInfo, kUnitFamilyCount>& Infos() {
+  static const std::array<UnitFamilyInfo, kUnitFamilyCount> infos = {{
+      {"Length", "Length", {"ft", "m", "in", "mm"}, {1.0, 0.3048, 12.0, 1000.0 * 0.3048},
+       {"0.00", "0.000", "0.0", "0", "0.000"}},
+      {"Area", "Area", {"ft2", "m2", "in2", "mm2"},
+       {1.0, 0.3048 * 0.3048, 144.0, (1000.0 * 1000.0) / (0.3048 * 0.3048)},
+       {"0.000", "0.000", "0.000", "0.000", "0.000"}},
+      {"Weight", "Weight", {"LT", "t", "lb", "kg"}, {1.0, 1.0160469088, 2240.0, 1016.0469088},
+       {"0.00", "0.00", "0", "0", "0.00"}},
+      {"Speed", "Speed", {"kt", "mi/h", "m/s", "ft/s"}, {1.0, 1.15077944802, 1852.0 / 3600.0, 1.6878098571},
+       {"0.00", "0.00", "0.000", "0.00", "0.000"}},
+      {"Force", "Force", {"lbf", "N", "kip", "kN"}, {1.0, 4.44822161526, 0.001, 0.00444822161526},
+       {"0", "0", "0", "0", "0"}},
+      {"Power", "Power", {"hp", "kW", "W"}, {1.0, 0.745699871582, 0.745699871582 * 1000.0}, {"0", "0", "0", "0"}},
+      {"FuelRate", "FuelRate", {"gal/h", "L/h"}, {1.0, 3.785}, {"0.0", "0.0", "0.0"}},
+      {"Torque", "Torque", {"lbf\u00b7ft", "N\u00b7m", "kip\u00b7ft", "kN\u00b7m", "oz\u00b7in"},
+       {1.0, 0.3048 * 4.44822161526, 0.001, 0.3048 * 0.00444822161526, 16.0 * 12.0},
+       {"0.0", "0.0", "0", "0", "0.0", "0.0"}},
+      {"Pressure", "Pressure", {"lbf/in2", "kPa"}, {1.0, 6.89475729317}, {"0.0", "0.0", "0.00"}},
+      {"Density", "Density", {"slug/ft3", "kg/m3"}, {1.0, 515.3788}, {"0.0000", "0.00", "0.00"}},
+      {"Viscosity", "Viscosity", {"ft2/s", "m2/s"}, {1.0, 0.3048 * 0.3048},
+       {"0.00000e+0", "0.00000e+0", "0.00000e+0"}},
+      {"PropLength", "Prop length", {"ft", "m", "in", "mm"}, {1.0, 0.3048, 12.0, 1000.0 * 0.3048},
+       {"0.0000", "0.00000", "0.000", "0.00", "0.00000"}},
+      {"TipSpeed", "TipSpeed", {"ft/s", "m/s", "in/s", "mm/s"}, {1.0, 0.3048, 12.0, 1000.0 * 0.3048},
+       {"0.0", "0.0", "0", "0", "0.00"}},
+      {"Temperature", "Temperature", {"\u00b0F", "\u00b0C"}, {}, {"0", "0"}},
+  }};
+  return infos;
+}
+
+int Ordinal(UnitFamily f) {
+  const int i = static_cast<int>(f) - static_cast<int>(UnitFamily::Length);
+  if (i < 0 || i >= kUnitFamilyCount) throw std::out_of_range("Unit family has no selection");
+  return i;
+}
+
+// The family whose selection and factors a derived family uses, and the power.
+UnitFamily BaseOf(UnitFamily f, int& power) {
+  power = 1;
+  switch (f) {
+    case UnitFamily::Volume: power = 3; return UnitFamily::Length;
+    case UnitFamily::PropLengthSq: power = 2; return UnitFamily::PropLength;
+    case UnitFamily::PropLengthCube: power = 3; return UnitFamily::PropLength;
+    default: return f;
+  }
+}
+
+}  // namespace
+
+const UnitFamilyInfo& FamilyInfo(UnitFamily family) { return Infos()[Ordinal(family)]; }
+
+const std::array<UnitFamily, kUnitFamilyCount>& AllUnitFamilies() {
+  static const std::array<UnitFamily, kUnitFamilyCount> all = {
+      UnitFamily::Length,    UnitFamily::Area,      UnitFamily::Weight,     UnitFamily::Speed,
+      UnitFamily::Force,     UnitFamily::Power,     UnitFamily::FuelRate,   UnitFamily::Torque,
+      UnitFamily::Pressure,  UnitFamily::Density,   UnitFamily::Viscosity,  UnitFamily::PropLength,
+      UnitFamily::TipSpeed,  UnitFamily::Temperature};
+  return all;
+}
+
+const std::array<UnitFamily, kUnitFamilyCount>& UnitsDialogOrder() {
+  static const std::array<UnitFamily, kUnitFamilyCount> order = {
+      UnitFamily::Length,   UnitFamily::Weight,   UnitFamily::PropLength, UnitFamily::Force,
+      UnitFamily::Power,    UnitFamily::Speed,    UnitFamily::Torque,     UnitFamily::Pressure,
+      UnitFamily::TipSpeed, UnitFamily::FuelRate, UnitFamily::Area,       UnitFamily::Viscosity,
+      UnitFamily::Density,  UnitFamily::Temperature};
+  return order;
+}
+
+UnitFamily FamilyFromName(std::string_view name) {
+  for (UnitFamily f : AllUnitFamilies()) {
+    if (EqualsNoCase(name, FamilyInfo(f).name)) return f;
+  }
+  return UnitFamily::None;
+}
+
+clsVXUnits::clsVXUnits() = default;
+
+const clsVXUnits::Slot& clsVXUnits::slot(UnitFamily f) const { return slots_[Ordinal(f)]; }
+clsVXUnits::Slot& clsVXUnits::slot(UnitFamily f) { return slots_[Ordinal(f)]; }
+
+int clsVXUnits::Index(UnitFamily f) const { return slot(f).index; }
+void clsVXUnits::SetIndex(UnitFamily f, int index) { slot(f).index = index; }
+
+std::string clsVXUnits::Format(UnitFamily f) const {
+  const Slot& s = slot(f);
+  if (!s.format.empty()) return s.format;
+  const auto& defaults = FamilyInfo(f).defaultFormats;
+  if (s.index < 0 || s.index >= static_cast<int>(defaults.size())) return "";
+  return defaults[s.index];
+}
+
+void clsVXUnits::SetFormat(UnitFamily f, std::string format) { slot(f).format = std::move(format); }
+
+int clsVXUnits::LabelCount(UnitFamily f) const {
+  const auto& info = FamilyInfo(f);
+  return static_cast<int>(info.labels.size()) + (info.factors.empty() ? 0 : 1);
+}
+
+std::string clsVXUnits::Label(UnitFamily f, int index) const {
+  const Slot& s = slot(f);
+  if (index == kCurrent) index = s.index;
+  const auto& labels = FamilyInfo(f).labels;
+  if (index >= 0 && index < static_cast<int>(labels.size())) return labels[index];
+  if (index == static_cast<int>(labels.size()) && !FamilyInfo(f).factors.empty()) return s.customLabel;
+  throw std::out_of_range("Unit index out of range");
+}
+
+void clsVXUnits::SetCustomData(UnitFamily f, std::string label, double factor) {
+  Slot& s = slot(f);
+  s.customLabel = std::move(label);
+  s.customFactor = factor;
+}
+
+double clsVXUnits::Convert(UnitFamily f, double value, int toIndex, int fromIndex) const {
+  int power = 1;
+  const UnitFamily base = BaseOf(f, power);
+  const Slot& s = slot(base);
+  if (toIndex == kCurrent) toIndex = s.index;
+  if (fromIndex == kCurrent) fromIndex = s.index;
+  double result;
+  if (base == UnitFamily::Temperature) {
+    if (toIndex < 0 || toIndex > 1 || fromIndex < 0 || fromIndex > 1)
+      throw std::out_of_range("Temperature unit index out of range");
+    if (fromIndex == kDegF && toIndex == kDegC) {
+      result = (value - 32.0) / 1.8;
+    } else if (fromIndex == kDegC && toIndex == kDegF) {
+      result = 1.8 * value + 32.0;
+    } else {
+      result = value;
+    }
+  } else {
+    const auto& factors = FamilyInfo(base).factors;
+    const int n = static_cast<int>(factors.size());
+    auto factor = [&](int i) {
+      if (i < 0 || i > n) throw std::out_of_range("Unit index out of range");
+      const double fi = i == n ? s.customFactor : factors[i];
+      return power == 1 ? fi : std::pow(fi, power);
+    };
+    const double to = factor(toIndex);
+    const double from = factor(fromIndex);
+    if (from == 0.0) throw std::domain_error("Division by zero");
+    result = value * to / from;
+  }
+  if (sigDigits_ != -1) result = RoundToSigDigits(result, sigDigits_);
+  return result;
+}
+
+void clsVXUnits::ClearAllData() {
+  unitsFormReturn_ = 2;
+  sigDigits_ = -1;
+  for (Slot& s : slots_) s.index = 0;
+}
+
+void ApplyUnitPreset(clsVXUnits& units, UnitPreset preset) {
+  struct Row {
+    UnitFamily family;
+    int imperialIndex;
+    const char* imperialFormat;
+    int siIndex;
+    const char* siFormat;
+  };
+  static const Row rows[] = {
+      {UnitFamily::Length, 0, "0.00", 1, "0.000"},        {UnitFamily::Weight, 0, "0.00", 1, "0.00"},
+      {UnitFamily::PropLength, 0, "0.00", 3, "0.0"},      {UnitFamily::Force, 0, "0", 3, "0.00"},
+      {UnitFamily::Power, 0, "0.0", 1, "0.0"},            {UnitFamily::Speed, 0, "0.00", 0, "0.00"},
+      {UnitFamily::Torque, 0, "0.00", 3, "0.00"},         {UnitFamily::Pressure, 0, "0.00", 1, "0.00"},
+      {UnitFamily::TipSpeed, 0, "0.00", 1, "0.00"},       {UnitFamily::FuelRate, 0, "0.00", 1, "0.00"},
+      {UnitFamily::Area, 0, "0.00", 1, "0.0"},            {UnitFamily::Viscosity, 0, "0.00000e+0", 1, "0.00000e+0"},
+      {UnitFamily::Density, 0, "0.0000", 1, "0.00"},      {UnitFamily::Temperature, 0, "0.0", 1, "0.0"},
+  };
+  for (const Row& r : rows) {
+    const bool si = preset == UnitPreset::SI;
+    units.SetIndex(r.family, si ? r.siIndex : r.imperialIndex);
+    units.SetFormat(r.family, si ? r.siFormat : r.imperialFormat);
+  }
+}
+
+}  // namespace velmar
