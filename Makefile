@@ -21,7 +21,6 @@ run: build
 	@echo; echo "== velmar-cli units"; $(CLI) units
 	@echo; echo "== velmar-cli convert 1 Area ft2 mm2"; $(CLI) convert 1 Area ft2 mm2
 	@echo; echo "== velmar-cli water --type salt --temperature 10 --units si"; $(CLI) water --type salt --temperature 10 --units si
-	@echo; echo "== velmar-cli hull examples/box_barge.hull --units si"; $(CLI) hull examples/box_barge.hull
 
 test: build
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)

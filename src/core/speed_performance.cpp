@@ -6,12 +6,87 @@
 #include "core/format.h"
 
 namespace velmar {
+
+const LabelList kBreakdownCheckLabels{{"OK", "Indicated"}, {"OK", "Indicated"}};
+const LabelList kCavitationCheckLabels{{"OK", "Uncertain", "Fail", "Missing"},
+                                       {"OK", "Uncertain", "Fail", "Missing"}};
+const LabelList kSpeedRangeCheckLabels{{"BelowRange", "OK", "AboveRange"},
+                                       {"BelowRange", "OK", "AboveRange"}};
+
 namespace {
+using Field = clsVXSpeedPerformance::Field;
+
 const FieldDesc kColumns[] = {
 #include "core/fields_table.h"
 #include "core/speed_performance_fields.def"
 };
+
+// A column whose text may be a dash or carry a mark.
+enum class Dash : unsigned char { None, Below, Above };
+struct MarkRule {
+  Field column;
+  Dash dash = Dash::None;  // "---" when the value is below/above `limit`
+  double limit = 0.0;
+  Field check = Field::Count;                                     // code 2: " !!", 1: " !"
+  Field breakdown = Field::Count;                                 // code 1: " !!!", ahead of `check`
+  bool (*warn)(const clsVXSpeedPerformance&, int row) = nullptr;  // true: " !"
+};
+
+// A keel/chine length ratio above 1, or a negative wetted chine length (Lc = 2 Lm - Lk from
+// the mean wetted length, Savitsky 1964), puts the planing solution outside its range.
+bool PlaningLengthsOutside(const clsVXSpeedPerformance& sp, int row) {
+  return sp.Raw(row, FieldId(Field::CoefPlaningLkeelLpRatio)) > 1.0 ||
+         2.0 * sp.Raw(row, FieldId(Field::LengthWettedMean)) - sp.Raw(row, FieldId(Field::LengthWettedKeel)) <
+             0.0;
+}
+
+const MarkRule kMarkRules[] = {
+    {.column = Field::PercentCavAverage,
+     .dash = Dash::Below,
+     .limit = 2.0,
+     .check = Field::PercentCavAverageCheck,
+     .breakdown = Field::PropellerBreakdownCheck},
+    {.column = Field::PercentCavPeak, .dash = Dash::Below, .limit = 2.0},
+    {.column = Field::RecommendedEAR, .check = Field::RecommendedEARCheck},
+    {.column = Field::MinPitchFaceCav, .check = Field::MinPitchFaceCavCheck},
+    {.column = Field::TipSpeed, .check = Field::TipSpeedCheck},
+    {.column = Field::MeanBladePressure, .check = Field::MeanBladePressureCheck},
+    {.column = Field::TransportFactor, .dash = Dash::Above, .limit = 1000.0},
+    {.column = Field::CoefPlaningLkeelLpRatio, .warn = PlaningLengthsOutside},
+};
+
+const MarkRule* MarkRuleOf(int column) {
+  for (const MarkRule& r : kMarkRules) {
+    if (FieldId(r.column) == column) return &r;
+  }
+  return nullptr;
+}
+
+std::string MarkOf(const clsVXSpeedPerformance& sp, const MarkRule& r, int row) {
+  const auto code = [&](Field f) {
+    return f == Field::Count ? 0 : static_cast<int>(sp.Raw(row, FieldId(f)));
+  };
+  if (code(r.breakdown) == 1) return " !!!";
+  switch (code(r.check)) {
+    case 2:
+      return " !!";
+    case 1:
+      return " !";
+    default:
+      break;
+  }
+  return r.warn && r.warn(sp, row) ? " !" : "";
+}
 }  // namespace
+
+std::string clsVXSpeedPerformance::CoefReynoldsLengthSymbolDescription(bool planing) {
+  return planing ? "Reynolds number [LM] by mean planing length"
+                 : Column(FieldId(Field::CoefReynoldsLength)).description;
+}
+
+std::string clsVXSpeedPerformance::PowerEffectiveTotalSymbolDescription(bool vessel) {
+  return vessel ? "Total vessel effective power" : Column(FieldId(Field::PowerEffectiveTotal)).description;
+}
 
 clsVXSpeedPerformance::clsVXSpeedPerformance(std::shared_ptr<clsVXUnits> units,
                                              std::shared_ptr<clsVXWaterProperties> water) {
@@ -61,16 +136,61 @@ double clsVXSpeedPerformance::Read(int row, int column, int unit) const {
 void clsVXSpeedPerformance::Write(int row, int column, int unit, double value) {
   const FieldDesc& d = kColumns[column];
   const size_t at = Offset(row, column);
-  if (d.family != UnitFamily::None && unit != kCurrent) value = units_->Convert(d.family, value, kCurrent, unit);
+  if (d.family != UnitFamily::None && unit != kCurrent)
+    value = units_->Convert(d.family, value, kCurrent, unit);
   if (d.kind == FieldKind::Int) value = static_cast<double>(static_cast<long>(value));
   rows_[at] = value;
 }
 
-std::string clsVXSpeedPerformance::FormattedOf(int row, int column) const {
+std::string clsVXSpeedPerformance::FormattedOf(int row, int column, bool showMarks) const {
   const FieldDesc& d = kColumns[column];
   const double v = Read(row, column, kCurrent);
-  if (*d.format || d.family == UnitFamily::None || !units_) return FormatNumber(v, d.format);
-  return FormatNumber(v, units_->Format(d.family));
+  const MarkRule* rule = MarkRuleOf(column);
+  if (rule &&
+      ((rule->dash == Dash::Below && v < rule->limit) || (rule->dash == Dash::Above && v > rule->limit)))
+    return "---";
+  std::string text = *d.format || d.family == UnitFamily::None || !units_
+                         ? FormatNumber(v, d.format)
+                         : FormatNumber(v, units_->Format(d.family));
+  if (showMarks && rule) text += MarkOf(*this, *rule, row);
+  return text;
+}
+
+void clsVXSpeedPerformance::ZeroColumns(std::span<const Field> columns) {
+  for (int row = 0; row < count_; ++row) {
+    for (Field c : columns) SetRaw(row, FieldId(c), 0.0);
+  }
+}
+
+void clsVXSpeedPerformance::ZeroBareHullPropertiesArrays() {
+  static constexpr Field kBareHull[] = {
+      Field::CoefDragBareHullViscous,
+      Field::CoefDragBareHullResiduary,
+      Field::CoefDragBareHullRoughness,
+      Field::CoefDragBareHull,
+      Field::CoefDragBareHullWavemakingTransverse,
+      Field::CoefDragBareHullWavemakingDivergent,
+      Field::CoefDragBareHullResiduaryTelfer,
+      Field::CoefDragBareHullTelfer,
+      Field::CoefDragBareHullWeightRatio,
+      Field::DragBareHullResiduary,
+      Field::DragBareHullIndividual,
+      Field::DragBareHull,
+      Field::DynamicTrimDeg,
+      Field::DynamicZGravityBelowWL,
+      Field::LengthWettedKeel,
+      Field::LengthWettedMean,
+      Field::CoefPlaningHumpSpeedMultiplier,
+      Field::CoefDragBareHullResiduaryAlignmentMultiplier,
+      Field::WakeFractionAlignmentMultiplier,
+      Field::ThrustDeductionAlignmentMultiplier,
+      Field::RelRotEfficiencyAlignmentMultiplier,
+  };
+  ZeroColumns(kBareHull);
+}
+
+void clsVXSpeedPerformance::ZeroEnginePropertiesArrays() {
+  ZeroColumns({Field::FuelRatePerEngine, Field::PercentEngineLoadFactor});
 }
 
 void clsVXSpeedPerformance::ClearErrorStack() {

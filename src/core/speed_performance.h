@@ -4,14 +4,22 @@
 #pragma once
 
 #include <array>
+#include <initializer_list>
 #include <memory>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/data_class.h"
 #include "core/water.h"
 
 namespace velmar {
+
+// File labels of the check columns, by code.
+extern const LabelList kBreakdownCheckLabels;   // OK, Indicated
+extern const LabelList kCavitationCheckLabels;  // OK, Uncertain, Fail, Missing
+extern const LabelList kSpeedRangeCheckLabels;  // BelowRange, OK, AboveRange
 
 class clsVXSpeedPerformance {
  public:
@@ -23,6 +31,30 @@ class clsVXSpeedPerformance {
   static constexpr int kColumnCount = static_cast<int>(Field::Count);
 #include "core/columns_accessors.h"
 #include "core/speed_performance_fields.def"
+
+  // Texts of the cavitation, loading and planing-length results, with the warning mark of
+  // their check (" !", " !!", " !!!" for a propeller breakdown) when `showMarks` is true.
+  // Some print "---" where the number means nothing (cavitation below 2 %, a transport
+  // factor above 1000); a dash takes no mark.
+#define VX_MARKED(N)                                        \
+  std::string N##Formatted(int row, bool showMarks) const { \
+    return FormattedOf(row, FieldId(Field::N), showMarks);  \
+  }
+  VX_MARKED(PercentCavAverage)
+  VX_MARKED(PercentCavPeak)
+  VX_MARKED(RecommendedEAR)
+  VX_MARKED(MinPitchFaceCav)
+  VX_MARKED(TipSpeed)
+  VX_MARKED(MeanBladePressure)
+  VX_MARKED(TransportFactor)
+  VX_MARKED(CoefPlaningLkeelLpRatio)
+#undef VX_MARKED
+
+  // Symbols and descriptions that depend on the kind of prediction.
+  static std::string CoefReynoldsLengthSymbolDescription(bool planing);
+  static std::string PowerEffectiveTotalSymbolDescription(bool vessel);
+  static std::string CoefPropulsorJSymbol(bool oblique) { return oblique ? "JH" : "J"; }
+  static std::string CoefPropulsorKTSymbol(bool oblique) { return oblique ? "KTH" : "KT"; }
 
   clsVXSpeedPerformance() = default;
   clsVXSpeedPerformance(std::shared_ptr<clsVXUnits> units, std::shared_ptr<clsVXWaterProperties> water);
@@ -49,7 +81,19 @@ class clsVXSpeedPerformance {
   void Write(int row, int column, int unit, double value);
   double Raw(int row, int column) const { return rows_.at(Offset(row, column)); }
   void SetRaw(int row, int column, double value) { rows_.at(Offset(row, column)) = value; }
-  std::string FormattedOf(int row, int column) const;
+  // The column's text, by its format or else its family's format, with the dash rule and,
+  // if `showMarks`, the mark of the marked columns.
+  std::string FormattedOf(int row, int column, bool showMarks = false) const;
+
+  // Sets the listed columns to 0 in every row.
+  void ZeroColumns(std::span<const Field> columns);
+  void ZeroColumns(std::initializer_list<Field> columns) {
+    ZeroColumns(std::span(columns.begin(), columns.size()));
+  }
+  // Bare-hull drag, trim, wetted lengths, hump multiplier and the alignment multipliers.
+  void ZeroBareHullPropertiesArrays();
+  // Fuel rate and engine load.
+  void ZeroEnginePropertiesArrays();
 
   // Error stack: clearing also clears the linked water's stack.
   void ClearErrorStack();
@@ -57,7 +101,12 @@ class clsVXSpeedPerformance {
   std::string Errors() { return errors_.Take(); }
   void Errors(std::string_view message) { errors_.Push(message); }
 
-  std::shared_ptr<clsVXSpeedPerformance> CopyClass() const { return std::make_shared<clsVXSpeedPerformance>(*this); }
+  // The same links, count, indices and rows; the copy's error stack starts empty.
+  std::shared_ptr<clsVXSpeedPerformance> CopyClass() const {
+    auto copy = std::make_shared<clsVXSpeedPerformance>(*this);
+    copy->errors_.Clear();
+    return copy;
+  }
   void ConvertAllData(const clsVXUnits& newUnits, const clsVXUnits& oldUnits);
 
  private:

@@ -1,0 +1,144 @@
+// The first subcommands: units, convert, water.
+#include "cli/commands.h"
+
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+#include <stdexcept>
+
+#include "core/format.h"
+#include "core/helpers.h"
+#include "core/units.h"
+#include "core/water.h"
+
+namespace velmar::cli {
+namespace {
+
+int g_exit = kExitOk;
+
+// A one-line message in the product's words; the command's exit code becomes 2.
+void UsageError(const std::string& message) {
+  std::cerr << "velmar-cli: " << message << "\n";
+  g_exit = kExitUsage;
+}
+
+// The index of a unit label in a family, exact first, then without regard to case; -1.
+int UnitIndex(const clsVXUnits& units, UnitFamily f, const std::string& label) {
+  const int n = static_cast<int>(FamilyInfo(f).labels.size());
+  for (int i = 0; i < n; ++i)
+    if (units.Label(f, i) == label) return i;
+  for (int i = 0; i < n; ++i)
+    if (EqualsNoCase(units.Label(f, i), label)) return i;
+  return -1;
+}
+
+std::string UnitList(const clsVXUnits& units, UnitFamily f) {
+  std::string s;
+  for (size_t i = 0; i < FamilyInfo(f).labels.size(); ++i) s += (i ? ", " : "") + units.Label(f, static_cast<int>(i));
+  return s;
+}
+
+void RunUnits() {
+  clsVXUnits units;
+  for (UnitFamily f : AllUnitFamilies()) {
+    const UnitFamilyInfo& info = FamilyInfo(f);
+    std::cout << info.name << "\n";
+    for (size_t i = 0; i < info.labels.size(); ++i) {
+      std::cout << "  " << i << "  " << info.labels[i];
+      for (size_t pad = info.labels[i].size(); pad < 10; ++pad) std::cout << ' ';
+      if (!info.factors.empty()) std::cout << "  factor " << FormatNumber(info.factors[i], "");
+      std::cout << "  format " << info.defaultFormats[i] << "\n";
+    }
+  }
+  std::cout << "\nA factor is how many of the unit make one of the family's first unit.\n"
+               "Temperature converts by degF = 1.8 x degC + 32.\n";
+}
+
+void RunConvert(const std::string& valueText, const std::string& familyName, const std::string& from,
+                const std::string& to) {
+  const UnitFamily f = FamilyFromName(familyName);
+  if (f == UnitFamily::None) {
+    UsageError("unknown unit family \"" + familyName + "\" (see velmar-cli units)");
+    return;
+  }
+  clsVXUnits units;
+  units.SigDigits(10);
+  const int fromIndex = UnitIndex(units, f, from);
+  const int toIndex = UnitIndex(units, f, to);
+  if (fromIndex < 0 || toIndex < 0) {
+    UsageError("unknown " + std::string(FamilyInfo(f).name) + " unit \"" + (fromIndex < 0 ? from : to) +
+               "\"; the units are " + UnitList(units, f));
+    return;
+  }
+  const std::string t = Trim(valueText);
+  char* end = nullptr;
+  const double value = std::strtod(t.c_str(), &end);
+  if (t.empty() || end != t.c_str() + t.size()) {
+    UsageError("\"" + valueText + "\" is not a number");
+    return;
+  }
+  std::cout << FormatNumber(units.Convert(f, value, toIndex, fromIndex), "") << "\n";
+}
+
+void RunWater(const std::string& type, double temperature, const std::string& system) {
+  static const std::vector<std::string> kTypes = {"salt", "fresh", "brackish"};
+  const int typeIndex = FindInList(type, kTypes) - 1;
+  if (typeIndex < 0) {
+    UsageError("unknown water type \"" + type + "\"; the types are salt, fresh, brackish");
+    return;
+  }
+  auto units = std::make_shared<clsVXUnits>();
+  units->SigDigits(10);
+  if (EqualsNoCase(system, "si")) {
+    ApplyUnitPreset(*units, UnitPreset::SI);
+  } else if (EqualsNoCase(system, "imperial")) {
+    ApplyUnitPreset(*units, UnitPreset::Imperial);
+  } else {
+    UsageError("unknown unit system \"" + system + "\"; use si or imperial");
+    return;
+  }
+  clsVXWaterProperties water(units);
+  water.SetWaterPropertiesToStandardValues(typeIndex);
+  water.Temperature(kCurrent, temperature);
+  double density = 0.0, viscosity = 0.0;
+  water.CalcDensityAndViscosity(density, viscosity);
+  water.Density(kCurrent, density);
+  water.Viscosity(kCurrent, viscosity);
+  const std::string tempText = temperature == 0.0 ? "not given (15 \u00b0C)"
+                                                  : FormatNumber(temperature, "0.0##") + " " + units->GetUnitTemperatureLabel(kCurrent);
+  std::cout << "Water type:   " << water.WaterDefinitionLabel() << "\n"
+            << "Temperature:  " << tempText << "\n"
+            << "Density:      " << FormatNumber(density, "0.0000####") << " " << units->GetUnitDensityLabel(kCurrent)
+            << "\n"
+            << "Viscosity:    " << FormatNumber(viscosity, "0.00000e+0") << " "
+            << units->GetUnitViscosityLabel(kCurrent) << "\n";
+}
+
+}  // namespace
+
+int ExitCode() { return g_exit; }
+
+void RegisterCommands(CLI::App& app) {
+  app.add_subcommand("units", "List the unit families with their units, factors and default formats")
+      ->callback(RunUnits);
+
+  auto* convert = app.add_subcommand("convert", "Convert a value between two units of a family");
+  static std::string value, family, from, to;
+  convert->add_option("VALUE", value, "The number to convert")->required();
+  convert->add_option("FAMILY", family, "Unit family, e.g. Length, Area, Speed")->required();
+  convert->add_option("FROM", from, "Unit label to convert from, e.g. ft2")->required();
+  convert->add_option("TO", to, "Unit label to convert to, e.g. mm2")->required();
+  convert->callback([] { RunConvert(value, family, from, to); });
+
+  auto* water = app.add_subcommand("water", "Density and viscosity of standard water");
+  static std::string type = "salt", system = "si";
+  static double temperature = 0.0;
+  water->add_option("--type", type, "salt, fresh or brackish")->capture_default_str();
+  water->add_option("--temperature", temperature,
+                    "Water temperature in degC (si) or degF (imperial); 0 means 15 degC")
+      ->capture_default_str();
+  water->add_option("--units", system, "si or imperial")->capture_default_str();
+  water->callback([] { RunWater(type, temperature, system); });
+}
+
+}  // namespace velmar::cli
