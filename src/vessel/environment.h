@@ -1,5 +1,8 @@
-// clsVXEnvironment: the surroundings that add drag: wind, seas, shallow or restricted water.
+// clsVXEnvironment: the surroundings that add drag: wind, seas, shallow or restricted water,
+// with the cross-section geometry of a dredged channel and the sea-state proposals.
 #pragma once
+
+#include <span>
 
 #include "core/data_class.h"
 #include "core/water.h"
@@ -7,6 +10,19 @@
 namespace velmar {
 
 extern const LabelList kWindGradientCorrLabels;
+extern const LabelList kWindSuperstructureShapeLabels;
+extern const LabelList kShallowWaterTypeLabels;
+
+// One proposal of the sea-state value lists: significant wave height in feet and modal
+// wave period in seconds.
+struct SeaStateProposal {
+  const char* label;
+  double waveHeightFt;
+  double modalPeriodSec;
+};
+
+// Sea states 2 to 9, mildest first.
+std::span<const SeaStateProposal> SeaStateProposals();
 
 class clsVXEnvironment : public DataClass {
  public:
@@ -22,6 +38,14 @@ class clsVXEnvironment : public DataClass {
                             std::shared_ptr<clsVXWaterProperties> water = nullptr);
   void SetLinkedClasses(std::shared_ptr<clsVXUnits> units, std::shared_ptr<clsVXWaterProperties> water);
   std::shared_ptr<clsVXEnvironment> CopyClass() const;
+
+  // Wetted cross-section of the channel (trapezoid, or rectangle for sides of 90 degrees or
+  // more), in the area unit `unit`.
+  double CalcChannelAreaSect(int unit) const;
+  // Wetted girth of the channel section (bottom plus both sides). Note that the rectangular
+  // branch converts its metres through the area family: outside metric units the two
+  // branches do not agree, and callers rely on that.
+  double CalcChannelGirth(int unit) const;
 
  private:
   std::shared_ptr<clsVXWaterProperties> water_;

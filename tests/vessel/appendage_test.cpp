@@ -1,0 +1,173 @@
+#include "vessel/appendage.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "core/ui_hooks.h"
+
+namespace velmar {
+namespace {
+
+class AppendageTest : public ::testing::Test {
+ protected:
+  void SetUp() override { DefaultHeadlessHooks().messages.clear(); }
+  int Id(const char* name) const {
+    const int i = app.FieldIndex(name);
+    EXPECT_GE(i, 0) << name;
+    return i;
+  }
+  static std::string Stacked(const std::string& word) { return word.empty() ? "" : "\t" + word + "\r\n"; }
+
+  std::shared_ptr<clsVXUnits> units = std::make_shared<clsVXUnits>();
+  std::shared_ptr<clsVXHull> hull = std::make_shared<clsVXHull>(units);
+  clsVXAppendage app{units, nullptr, hull};
+};
+
+TEST_F(AppendageTest, ReadChecksPushTheirWords) {
+  struct Case {
+    const char* field;
+    double value;
+    const char* word;  // "" for a legal value
+  } cases[] = {
+      {"PercentageHullDrag", 0.0, ""},
+      {"PercentageHullDrag", -0.01, "Appendage percentage hull drag"},
+      {"ShaftLength", 0.0, ""},
+      {"XAppendageFwdTr", -5.0, ""},
+      // a triangular foil has no tip chord; root chords, spans and T/C ratios must be given
+      {"StrutTipChord", 0.0, ""},
+      {"RudderTipChord", 0.0, ""},
+      {"KeelTipChord", 0.0, ""},
+      {"StabilizerTipChord", 0.0, ""},
+      {"StrutTipChord", -0.1, "Appendage strut tip chord"},
+      {"StrutRootChord", 0.0, "Appendage strut root chord"},
+      {"RudderSpan", 0.0, "Appendage rudder span"},
+      {"KeelTCRatio", 0.0, "Appendage keel t/c ratio"},
+      {"RudderLESweepAngleDeg", 0.0, ""},
+      // shared words, kept as the data files and reports know them
+      {"StrutWettedSurface", 0.0, "Appendage shaft wetted surface"},
+      {"RudderWettedSurface", 0.0, "Appendage shaft wetted surface"},
+      {"StabilizerCount", 0.0, "Appendage rudder count"},
+      {"SonarDomeCount", -1.0, "Sonar dome count"},
+      {"MiscAppendageDragCoef", 0.0, "Misc appendage drag coef"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.field << " = " << c.value);
+    app.ClearErrorStack();
+    app.SetRaw(Id(c.field), c.value);
+    EXPECT_DOUBLE_EQ(app.Read(Id(c.field)), c.value);  // returned all the same
+    EXPECT_EQ(app.ErrorText(), Stacked(c.word));
+  }
+}
+
+TEST_F(AppendageTest, NoSonarDomeIsLegalButEveryOtherCountMustBeOneOrMore) {
+  int counts = 0;
+  for (int i = 0; i < static_cast<int>(app.Fields().size()); ++i) {
+    const FieldDesc& d = app.Fields()[i];
+    if (d.kind != FieldKind::Int) continue;
+    ++counts;
+    SCOPED_TRACE(d.name);
+    app.ClearErrorStack();
+    app.Read(i);
+    EXPECT_EQ(!app.ErrorText().empty(), std::string(d.name) != "SonarDomeCount");
+  }
+  EXPECT_EQ(counts, 8);
+}
+
+TEST_F(AppendageTest, ThicknessRatioWarnsOnlyOnFirstEntryOutsideRange) {
+  const std::string text = "Entry is outside of valid range [0.0\u00b7\u00b70.3]";
+  auto& messages = DefaultHeadlessHooks().messages;
+  for (const char* field : {"StrutTCRatio", "RudderTCRatio", "KeelTCRatio", "StabilizerTCRatio"}) {
+    SCOPED_TRACE(field);
+    struct Step {
+      double value;
+      bool warns;
+    };
+    // both bounds are in range; a value already stored is replaced without any test
+    for (const auto& steps : std::vector<std::vector<Step>>{
+             {{0.3, false}, {0.5, false}}, {{0.0, false}, {0.31, true}, {0.5, false}}, {{-0.01, true}}}) {
+      app.ClearAllData();
+      for (const Step& s : steps) {
+        messages.clear();
+        app.Write(Id(field), kCurrent, s.value);
+        EXPECT_DOUBLE_EQ(app.Raw(Id(field)), s.value);
+        ASSERT_EQ(messages.size(), s.warns ? 1u : 0u) << "entry " << s.value;
+        if (s.warns) {
+          EXPECT_EQ(messages[0].title, "Warning!");
+          EXPECT_NE(messages[0].text.find("Data entry error"), std::string::npos);
+          EXPECT_TRUE(messages[0].text.ends_with(text)) << messages[0].text;
+        }
+      }
+    }
+  }
+  messages.clear();
+  app.ClearAllData();
+  app.RudderTCRatio(0.31);  // the named accessor takes the same path
+  EXPECT_EQ(messages.size(), 1u);
+}
+
+TEST_F(AppendageTest, ShaftItemsAreOneStoreWithTheHull) {
+  app.PropulsorCountPerHull(2);
+  app.AngleShaftDeg(8.5);
+  app.PropellerDiameterMax(kM, 0.9144);
+  EXPECT_EQ(hull->PropulsorCountPerHull(), 2);
+  EXPECT_DOUBLE_EQ(hull->AngleShaftDeg(), 8.5);
+  EXPECT_NEAR(hull->PropellerDiameterMax(kFt), 3.0, 1e-12);
+
+  hull->PropulsorCountPerHull(3);
+  hull->PropellerDiameterMax(kFt, 4.0);
+  const auto copy = app.CopyClass();
+  EXPECT_EQ(copy->PropulsorCountPerHull(), 3);
+  EXPECT_EQ(copy->PropulsorCountPerHullFormatted(), "3");
+  EXPECT_NEAR(copy->PropellerDiameterMax(kM), 1.2192, 1e-12);
+
+  // No shaft is legal for the appendage; a negative count pushes its own word here.
+  for (const auto& [count, word] :
+       std::vector<std::pair<int, std::string>>{{0, ""}, {-1, "Appendage shaft count"}}) {
+    app.ClearErrorStack();
+    hull->PropulsorCountPerHull(count);
+    EXPECT_EQ(app.PropulsorCountPerHull(), count);
+    EXPECT_EQ(app.ErrorText(), Stacked(word));
+  }
+  EXPECT_EQ(app.PropulsorCountPerHullFieldName(), "  Count:");
+  EXPECT_EQ(app.PropellerDiameterMaxFieldName(), "  Max prop diameter:");
+}
+
+TEST_F(AppendageTest, UnitsChangedAndBackRestoreEveryLengthAndArea) {
+  ApplyUnitPreset(*units, UnitPreset::Imperial);
+  app.AppendageDefinition(2);
+  hull->PropellerDiameterMax(kFt, 2.5);
+  const int n = static_cast<int>(app.Fields().size());
+  for (int i = 0; i < n; ++i) {
+    if (app.Fields()[i].kind != FieldKind::Enum) app.SetRaw(i, 1.25 + 0.5 * i);
+  }
+  auto change = [&](UnitPreset preset) {
+    const auto old = units->CopyClass();
+    ApplyUnitPreset(*units, preset);
+    app.ConvertAllData(*units, *old);
+  };
+  change(UnitPreset::SI);
+  for (int i = 0; i < n; ++i) {
+    const FieldDesc& d = app.Fields()[i];
+    if (d.kind == FieldKind::Enum) continue;
+    SCOPED_TRACE(d.name);
+    const double v = 1.25 + 0.5 * i;
+    const double factor = d.family == UnitFamily::Length ? 0.3048
+                          : d.family == UnitFamily::Area ? 0.3048 * 0.3048
+                                                         : 1.0;
+    EXPECT_NEAR(app.Raw(i), v * factor, 1e-12 * v);
+  }
+  EXPECT_EQ(app.AppendageDefinition(), 2);
+  EXPECT_DOUBLE_EQ(hull->Raw(hull->FieldIndex("PropellerDiameterMax")), 2.5);  // the hull converts its own
+  change(UnitPreset::Imperial);
+  for (int i = 0; i < n; ++i) {
+    if (app.Fields()[i].kind == FieldKind::Enum) continue;
+    const double v = 1.25 + 0.5 * i;
+    EXPECT_NEAR(app.Raw(i), v, 1e-12 * v) << app.Fields()[i].name;
+  }
+}
+
+}  // namespace
+}  // namespace velmar
