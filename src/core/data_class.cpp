@@ -21,7 +21,13 @@ bool FailsCheck(const FieldDesc& d, double v) {
 }
 
 DataClass::DataClass(std::span<const FieldDesc> fields, std::shared_ptr<clsVXUnits> units)
-    : fields_(fields), values_(fields.size(), 0.0), units_(std::move(units)) {}
+    : fields_(fields), values_(fields.size(), 0.0), units_(std::move(units)) {
+  ResetToInitialValues();
+}
+
+void DataClass::ResetToInitialValues() {
+  for (size_t i = 0; i < fields_.size(); ++i) values_[i] = fields_[i].init;
+}
 
 int DataClass::FieldIndex(std::string_view name) const {
   for (size_t i = 0; i < fields_.size(); ++i) {

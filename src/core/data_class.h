@@ -41,6 +41,8 @@ struct LabelList {
 enum FieldFlags : unsigned {
   kNoConvert = 1u << 0,        // ConvertAllData leaves the number as it is
   kWarnEntryOutside = 1u << 1, // first entry outside [entryLo, entryHi] warns (T/C ratios)
+  kNotInFile = 1u << 2,        // the field has no tag in the class's file block
+  kRoundOnWrite = 1u << 3,     // written to files rounded to 6 significant digits
 };
 
 struct FieldDesc {
@@ -59,6 +61,8 @@ struct FieldDesc {
   UnitFamily convertAs = UnitFamily::None;  // family ConvertAllData uses, if not `family`
   const char* tag = "";                     // file tag, if not `name`
   double entryLo = 0.0, entryHi = 0.0;      // bounds of kWarnEntryOutside
+  double init = 0.0;                        // value of a new object
+  int fallback = 0;                         // index an unknown label reads as (enumerations)
 
   std::string_view Tag() const { return *tag ? tag : name; }
 };
@@ -88,6 +92,8 @@ class DataClass {
   virtual void ConvertAllData(const clsVXUnits& newUnits, const clsVXUnits& oldUnits);
   // Every field to 0.
   virtual void ClearAllData();
+  // Every field to the value of a new object.
+  void ResetToInitialValues();
 
   // Table access, for file blocks, entry tables and data reports.
   std::span<const FieldDesc> Fields() const { return fields_; }
