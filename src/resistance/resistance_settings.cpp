@@ -1,0 +1,137 @@
+// Resistance settings: the label and key tables of every selection, and the field table.
+#include "resistance/resistance_settings.h"
+
+#include <initializer_list>
+#include <utility>
+
+#include "core/constants.h"
+
+namespace velmar {
+
+namespace {
+// A label list written as (label, file key) pairs, so that index, label and key stay on one
+// line.
+LabelList Keyed(std::initializer_list<std::pair<const char*, const char*>> rows) {
+  LabelList list;
+  for (const auto& [label, key] : rows) {
+    list.labels.emplace_back(label);
+    list.keys.emplace_back(key);
+  }
+  return list;
+}
+}  // namespace
+
+const LabelList kHullDragEnabledLabels = {{"Off", "Calc", "Lock"}, {"Off", "Calc", "Lock", "Enter"}};
+const LabelList kDragEnabledLabels = {{"Off", "Calc", "Lock", "Enter"}, {"Off", "Calc", "Lock", "Enter"}};
+const LabelList kDragTechniqueLabels = Keyed({{"Prediction", "Prediction"},
+                                              {"Aligned prediction", "AlignedPrediction"},
+                                              {"Scale from test", "ScaleFromTest"},
+                                              {"Defined", "Defined"}});
+// clang-format off
+const LabelList kHullDragMethodLabels = Keyed({
+    {"Holtrop", "Holtrop"},                           //  0
+    {"NTUA Series", "NTUASeries"},
+    {"Fung (HSTS)", "FungHSTS"},
+    {"Roach", "Roach"},
+    {"Oortmerssen", "Oortmerssen"},
+    {"Delft Series (1)", "DelftSeries1"},             //  5
+    {"Delft Series (1/2)", "DelftSeries12"},
+    {"Delft Series (2)", "DelftSeries2"},
+    {"Delft Series (1/2/3)", "DelftSeries123"},
+    {"Delft Series (2/3)", "DelftSeries23"},
+    {"USNA YP Series (RB)", "USNAYPSeriesRB"},        // 10
+    {"USNA YP Series (HC)", "USNAYPSeriesHC"},
+    {"Fung (CRTS)", "FungCRTS"},
+    {"Jin (1980)", "Jin1980"},
+    {"Jin (1988)", "Jin1988"},
+    {"DeGroot (RB)", "DeGrootRB"},                    // 15
+    {"DeGroot (HC)", "DeGrootHC"},
+    {"Mercier", "Mercier"},
+    {"NPL Series", "NPLSeries"},
+    {"Lahtiharju (RB)", "LahtiharjuRB"},
+    {"Lahtiharju (HC)", "LahtiharjuHC"},              // 20
+    {"Simple Ship", "SimpleShip"},
+    {"UBC Series", "UBCSeries"},
+    {"Swift", "Swift"},
+    {"Kostov", "Kostov"},
+    {"Hamburg EWB Series", "HamburgEWBSeries"},       // 25
+    {"BSRA Series (Full)", "BSRASeriesFull"},
+    {"BSRA Series (Medium)", "BSRASeriesMedium"},
+    {"BSRA Series (Light)", "BSRASeriesLight"},
+    {"Series 60", "Series60"},
+    {"SSPA Cargo Series", "SSPACargoSeriesSeries"},   // 30, the key as files hold it
+    {"Andersen", "Andersen"},
+    {"Savitsky", "Savitsky"},                         // 32..35: planing methods
+    {"Simple Planing", "SimplePlaning"},
+    {"Series 62", "Series62"},
+    {"Series 65B", "Series65B"},
+});
+const LabelList kAppendageDragMethodLabels = Keyed({
+    {"Percentage", "Percentage"},
+    {"Radojcic (Simple Planing)", "RadojcicSimplePlaning"},
+    {"Blount (Simple Planing)", "BlountSimplePlaning"},
+    {"Fung (Simple FPP)", "FungSimpleFPP"},
+    {"Fung (Simple CPP)", "FungSimple CPP"},          // the key as files hold it
+    {"Holtrop (Component)", "HoltropComponent"},
+    {"Kirkman (Component)", "KirkmanComponent"},
+    {"Hadler (Component)", "HadlerComponent"},
+    {"Teeters (Sailboat)", "TeetersSailboat"},
+});
+// clang-format on
+const LabelList kHullDragExpansionDetailLabels = {{"Standard", "Custom"}, {"Standard", "Custom"}};
+const LabelList kResistanceOffOnLabels = {{"Off", "On"}, {"Off", "On"}};
+const LabelList kHullDragMethodCheckLabels = {{"OK", "Uncertain", "Fail", "Missing"},
+                                              {"OK", "Uncertain", "Fail", "Missing"}};
+const LabelList kHumpMultiplierApplyFactorLabels = {{"Apply full", "Apply half (std)"},
+                                                    {"ApplyFull", "ApplyHalf"}};
+const LabelList kPropulsorLiftCorrApplyFactorLabels = {{"Apply full (std)", "Apply half"},
+                                                       {"ApplyFull", "ApplyHalf"}};
+const LabelList kSprayCorrApplyFactorLabels = {{"Apply full (no deflector)", "Apply half (with deflector)"},
+                                               {"ApplyFull", "ApplyHalf"}};
+const LabelList kWindDragMethodLabels = {{"Taylor", "Hughes", "Iwai"}, {"Taylor", "Hughes", "Iwai"}};
+const LabelList kSeasDragMethodLabels = Keyed({{"Small Naval Series", "SmallNavalSeries"},
+                                               {"Aertssen", "Aertssen"},
+                                               {"Hoggard", "Hoggard"},
+                                               {"Fridsma Series", "FridsmaSeries"},
+                                               {"Workboat", "Workboat"}});
+const LabelList kChannelDragMethodLabels =
+    Keyed({{"Landweber", "Landweber"}, {"Schlichting", "Schlichting"}, {"Sturtzel-Graff", "SturtzelGraff"}});
+const LabelList kMarginDragBasisLabels =
+    Keyed({{"Hull drag only", "HullDragOnly"}, {"Hull + added drag", "HullPlusAddedDrag"}});
+
+namespace {
+const FieldDesc kResistanceFields[] = {
+#include "core/fields_table.h"
+#include "resistance/resistance_fields.def"
+};
+
+#define VX_TEXT_ROW(N, LABEL, INIT, AFTER) {#N, LABEL, INIT, clsVXResistance::Field::AFTER},
+const clsVXResistance::TextDesc kResistanceTexts[] = {VX_RESISTANCE_TEXTS(VX_TEXT_ROW)};
+#undef VX_TEXT_ROW
+}  // namespace
+
+clsVXResistance::clsVXResistance() : DataClass(kResistanceFields, nullptr) {
+  for (size_t i = 0; i < texts_.size(); ++i) texts_[i] = kResistanceTexts[i].init;
+}
+
+std::span<const clsVXResistance::TextDesc> clsVXResistance::Texts() { return kResistanceTexts; }
+
+std::shared_ptr<clsVXResistance> clsVXResistance::CopyClass() const {
+  auto copy = std::make_shared<clsVXResistance>();
+  copy->CopyDataFrom(*this);
+  copy->texts_ = texts_;
+  return copy;
+}
+
+void clsVXResistance::ConvertAllData(const clsVXUnits& /*newUnits*/, const clsVXUnits& /*oldUnits*/) {}
+
+void clsVXResistance::ClearAllData() {
+  DataClass::ClearAllData();
+  for (std::string& t : texts_) t.clear();
+}
+
+std::string clsVXResistance::TextFieldNameOf(Text t) const {
+  return std::string(FieldIndent) + kResistanceTexts[static_cast<size_t>(t)].label;
+}
+
+}  // namespace velmar
