@@ -18,3 +18,4 @@
   int N(int row) const { return static_cast<int>(Read(row, ::velmar::FieldId(Field::N), ::velmar::kCurrent)); } \
   void N(int row, int value) { Write(row, ::velmar::FieldId(Field::N), ::velmar::kCurrent, value); }
 #define VX_ENUM(N, LABELS, ...) static_assert(false, "the speed table has no enumerations");
+#define VX_TEXT(N, ...) static_assert(false, "the speed table has no texts");

@@ -21,12 +21,15 @@ bool FailsCheck(const FieldDesc& d, double v) {
 }
 
 DataClass::DataClass(std::span<const FieldDesc> fields, std::shared_ptr<clsVXUnits> units)
-    : fields_(fields), values_(fields.size(), 0.0), units_(std::move(units)) {
+    : fields_(fields), values_(fields.size(), 0.0), texts_(fields.size()), units_(std::move(units)) {
   ResetToInitialValues();
 }
 
 void DataClass::ResetToInitialValues() {
-  for (size_t i = 0; i < fields_.size(); ++i) values_[i] = fields_[i].init;
+  for (size_t i = 0; i < fields_.size(); ++i) {
+    values_[i] = fields_[i].init;
+    texts_[i] = fields_[i].textInit;
+  }
 }
 
 int DataClass::FieldIndex(std::string_view name) const {
@@ -96,6 +99,9 @@ void DataClass::ConvertAllData(const clsVXUnits& /*newUnits*/, const clsVXUnits&
   }
 }
 
-void DataClass::ClearAllData() { std::fill(values_.begin(), values_.end(), 0.0); }
+void DataClass::ClearAllData() {
+  std::fill(values_.begin(), values_.end(), 0.0);
+  for (std::string& t : texts_) t.clear();
+}
 
 }  // namespace velmar

@@ -7,6 +7,7 @@
 //   VX_REAL(Name, ...)                        a dimensionless double
 //   VX_INT(Name, ...)                         a 16-bit integer (counts)
 //   VX_ENUM(Name, Labels, ...)                an index into the label/key list `Labels`
+//   VX_TEXT(Name, ...)                        a text (file paths, sources, descriptions)
 // The trailing arguments are designated initialisers of FieldDesc (in member order).
 #pragma once
 
@@ -30,7 +31,7 @@ enum class Check : unsigned char {
   Outside,      // value < lo or value > hi
 };
 
-enum class FieldKind : unsigned char { Quantity, Real, Int, Enum };
+enum class FieldKind : unsigned char { Quantity, Real, Int, Enum, Text };
 
 // The labels of an enumeration: user labels, and the keys written to project files.
 struct LabelList {
@@ -63,6 +64,7 @@ struct FieldDesc {
   double entryLo = 0.0, entryHi = 0.0;      // bounds of kWarnEntryOutside
   double init = 0.0;                        // value of a new object
   int fallback = 0;                         // index an unknown label reads as (enumerations)
+  const char* textInit = "";                // text of a new object (texts)
 
   std::string_view Tag() const { return *tag ? tag : name; }
 };
@@ -110,16 +112,23 @@ class DataClass {
   std::string SymbolOf(int field) const { return fields_[field].symbol; }
   std::string SymbolDescriptionOf(int field) const { return fields_[field].description; }
   std::string LabelOf(int field, int index = -1) const;  // enumeration label; -1: the stored index
+  const std::string& TextOf(int field) const { return texts_[field]; }
+  void SetText(int field, std::string value) { texts_[field] = std::move(value); }
 
  protected:
   // Copies data and links of `other` into this object; the error stack stays empty.
-  void CopyDataFrom(const DataClass& other) { values_ = other.values_; units_ = other.units_; }
+  void CopyDataFrom(const DataClass& other) {
+    values_ = other.values_;
+    texts_ = other.texts_;
+    units_ = other.units_;
+  }
   // Reads and writes of single fields, for hand-written members of derived classes.
   void Push(std::string_view word) const { errors_.Push(word); }
 
  private:
   std::span<const FieldDesc> fields_;
   std::vector<double> values_;
+  std::vector<std::string> texts_;  // used by the text fields only
   std::shared_ptr<clsVXUnits> units_;
   mutable ErrorStack errors_;
 };

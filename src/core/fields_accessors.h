@@ -24,3 +24,7 @@
   void N(int value) { Write(::velmar::FieldId(Field::N), ::velmar::kCurrent, value); }            \
   std::string N##Label(int index = -1) const { return LabelOf(::velmar::FieldId(Field::N), index); } \
   std::string N##FieldName() const { return FieldNameOf(::velmar::FieldId(Field::N)); }
+#define VX_TEXT(N, ...)                                                                          \
+  const std::string& N() const { return TextOf(::velmar::FieldId(Field::N)); }                   \
+  void N(std::string value) { SetText(::velmar::FieldId(Field::N), std::move(value)); }           \
+  std::string N##FieldName() const { return FieldNameOf(::velmar::FieldId(Field::N)); }

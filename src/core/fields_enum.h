@@ -3,3 +3,4 @@
 #define VX_REAL(N, ...) N,
 #define VX_INT(N, ...) N,
 #define VX_ENUM(N, LABELS, ...) N,
+#define VX_TEXT(N, ...) N,

@@ -5,3 +5,4 @@
 #define VX_INT(N, ...) ::velmar::FieldDesc{.name = #N, .kind = ::velmar::FieldKind::Int, __VA_ARGS__},
 #define VX_ENUM(N, LABELS, ...) \
   ::velmar::FieldDesc{.name = #N, .kind = ::velmar::FieldKind::Enum, .labels = &LABELS, __VA_ARGS__},
+#define VX_TEXT(N, ...) ::velmar::FieldDesc{.name = #N, .kind = ::velmar::FieldKind::Text, __VA_ARGS__},

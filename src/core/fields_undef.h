@@ -3,4 +3,5 @@
 #undef VX_REAL
 #undef VX_INT
 #undef VX_ENUM
+#undef VX_TEXT
 #undef VX_COMMON_ACCESSORS

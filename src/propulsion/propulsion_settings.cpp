@@ -71,9 +71,6 @@ const FieldDesc kPropulsionFields[] = {
 #include "propulsion/propulsion_fields.def"
 };
 
-#define VX_TEXT_ROW(N, LABEL, INIT, AFTER) {#N, LABEL, INIT, clsVXPropulsion::Field::AFTER},
-const clsVXPropulsion::TextDesc kPropulsionTexts[] = {VX_PROPULSION_TEXTS(VX_TEXT_ROW)};
-#undef VX_TEXT_ROW
 
 std::string Caption(const char* label) { return std::string(FieldIndent) + label; }
 }  // namespace
@@ -84,9 +81,7 @@ clsVXPropulsion::clsVXPropulsion(std::shared_ptr<clsVXUnits> units,
     : DataClass(kPropulsionFields, std::move(units)),
       water_(std::move(water)),
       propeller_(std::move(propeller)),
-      hull_(std::move(hull)) {
-  for (size_t i = 0; i < texts_.size(); ++i) texts_[i] = kPropulsionTexts[i].init;
-}
+      hull_(std::move(hull)) {}
 
 void clsVXPropulsion::SetLinkedClasses(std::shared_ptr<clsVXUnits> units,
                                        std::shared_ptr<clsVXWaterProperties> water,
@@ -101,20 +96,11 @@ void clsVXPropulsion::SetLinkedClasses(std::shared_ptr<clsVXUnits> units,
 std::shared_ptr<clsVXPropulsion> clsVXPropulsion::CopyClass() const {
   auto copy = std::make_shared<clsVXPropulsion>(Units(), water_, propeller_, hull_);
   copy->CopyDataFrom(*this);
-  copy->texts_ = texts_;
   return copy;
 }
 
-void clsVXPropulsion::ClearAllData() {
-  DataClass::ClearAllData();
-  for (std::string& t : texts_) t.clear();
-}
 
-std::span<const clsVXPropulsion::TextDesc> clsVXPropulsion::Texts() { return kPropulsionTexts; }
 
-std::string clsVXPropulsion::TextFieldNameOf(Text t) const {
-  return Caption(kPropulsionTexts[static_cast<size_t>(t)].label);
-}
 
 // ---- File-index labels ----------------------------------------------------------------------
 

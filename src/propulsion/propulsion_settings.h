@@ -29,6 +29,20 @@ extern const LabelList kCPPMethodLabels;
 extern const LabelList kEngineControlEnabledLabels;
 extern const LabelList kPropulsionFileIndexLabels;
 
+class clsVXPropeller;
+
+extern const LabelList kPropulsorCalcTypeLabels;
+extern const LabelList kPropulsionInteractionEnabledLabels;  // Off, Calc, Lock (and the key Enter)
+extern const LabelList kPropulsionInteractionTechniqueLabels;
+extern const LabelList kPropulsionInteractionMethodLabels;
+extern const LabelList kPropulsionOffOnLabels;
+extern const LabelList kViscousScaleCorrMethodLabels;
+extern const LabelList kCavCriteriaMethodLabels;
+extern const LabelList kAnalysisTypeMethodLabels;
+extern const LabelList kCPPMethodLabels;
+extern const LabelList kEngineControlEnabledLabels;
+extern const LabelList kPropulsionFileIndexLabels;
+
 // Text settings, which the field table cannot hold: name, caption, value of a new object, and
 // the field whose file tag the text's tag follows.
 #define VX_PROPULSION_TEXTS(T)                                                              \
@@ -45,16 +59,6 @@ class clsVXPropulsion : public DataClass {
 #include "core/fields_accessors.h"
 #include "propulsion/propulsion_fields.def"
 
-#define VX_TEXT_ENUM(N, ...) N,
-  enum class Text { VX_PROPULSION_TEXTS(VX_TEXT_ENUM) Count };
-#undef VX_TEXT_ENUM
-  struct TextDesc {
-    const char* name;
-    const char* label;
-    const char* init;
-    Field after;  // the text's tag follows this field's tag in the file block
-  };
-
   explicit clsVXPropulsion(std::shared_ptr<clsVXUnits> units = nullptr,
                            std::shared_ptr<clsVXWaterProperties> water = nullptr,
                            std::shared_ptr<clsVXPropeller> propeller = nullptr,
@@ -65,20 +69,7 @@ class clsVXPropulsion : public DataClass {
   const std::shared_ptr<clsVXPropeller>& Propeller() const { return propeller_; }
   const std::shared_ptr<clsVXHull>& Hull() const { return hull_; }
   std::shared_ptr<clsVXPropulsion> CopyClass() const;
-  // Every index and number to 0, every text empty.
-  void ClearAllData() override;
 
-  // Text settings, in table order.
-  static std::span<const TextDesc> Texts();
-  const std::string& TextOf(Text t) const { return texts_[static_cast<size_t>(t)]; }
-  void SetText(Text t, std::string value) { texts_[static_cast<size_t>(t)] = std::move(value); }
-  std::string TextFieldNameOf(Text t) const;
-#define VX_TEXT_ACCESSORS(N, ...)                                   \
-  const std::string& N() const { return TextOf(Text::N); }          \
-  void N(std::string value) { SetText(Text::N, std::move(value)); } \
-  std::string N##FieldName() const { return TextFieldNameOf(Text::N); }
-  VX_PROPULSION_TEXTS(VX_TEXT_ACCESSORS)
-#undef VX_TEXT_ACCESSORS
 
   // The label of an engine, waterjet or KTKQ file index (-1: the stored one): "None defined"
   // for 0; otherwise `description`, the Description of the engine, waterjet or propeller
@@ -121,7 +112,6 @@ class clsVXPropulsion : public DataClass {
   std::shared_ptr<clsVXWaterProperties> water_;
   std::shared_ptr<clsVXPropeller> propeller_;
   std::shared_ptr<clsVXHull> hull_;
-  std::array<std::string, static_cast<size_t>(Text::Count)> texts_;
 };
 
 }  // namespace velmar

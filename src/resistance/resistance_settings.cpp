@@ -105,33 +105,19 @@ const FieldDesc kResistanceFields[] = {
 #include "resistance/resistance_fields.def"
 };
 
-#define VX_TEXT_ROW(N, LABEL, INIT, AFTER) {#N, LABEL, INIT, clsVXResistance::Field::AFTER},
-const clsVXResistance::TextDesc kResistanceTexts[] = {VX_RESISTANCE_TEXTS(VX_TEXT_ROW)};
-#undef VX_TEXT_ROW
 }  // namespace
 
-clsVXResistance::clsVXResistance() : DataClass(kResistanceFields, nullptr) {
-  for (size_t i = 0; i < texts_.size(); ++i) texts_[i] = kResistanceTexts[i].init;
-}
+clsVXResistance::clsVXResistance() : DataClass(kResistanceFields, nullptr) {}
 
-std::span<const clsVXResistance::TextDesc> clsVXResistance::Texts() { return kResistanceTexts; }
 
 std::shared_ptr<clsVXResistance> clsVXResistance::CopyClass() const {
   auto copy = std::make_shared<clsVXResistance>();
   copy->CopyDataFrom(*this);
-  copy->texts_ = texts_;
   return copy;
 }
 
 void clsVXResistance::ConvertAllData(const clsVXUnits& /*newUnits*/, const clsVXUnits& /*oldUnits*/) {}
 
-void clsVXResistance::ClearAllData() {
-  DataClass::ClearAllData();
-  for (std::string& t : texts_) t.clear();
-}
 
-std::string clsVXResistance::TextFieldNameOf(Text t) const {
-  return std::string(FieldIndent) + kResistanceTexts[static_cast<size_t>(t)].label;
-}
 
 }  // namespace velmar

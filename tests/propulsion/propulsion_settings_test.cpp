@@ -55,9 +55,6 @@ TEST_F(PropulsionSettingsTest, RowsFollowTheFileBlock) {
   for (size_t i = 0; i < prop.Fields().size(); ++i) {
     const FieldDesc& d = prop.Fields()[i];
     (d.flags & kNotInFile ? notInFile : tags).emplace_back(d.Tag());
-    for (const auto& t : clsVXPropulsion::Texts()) {
-      if (static_cast<size_t>(t.after) == i) tags.emplace_back(t.name);
-    }
   }
   EXPECT_EQ(tags, block);
   EXPECT_EQ(notInFile, (std::vector<std::string>{"EngineRatedPower", "EngineRatedRPM"}));

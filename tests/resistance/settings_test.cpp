@@ -9,20 +9,11 @@
 namespace velmar {
 namespace {
 
-// The tags of a class's file block as its tables give them: rows without kNotInFile, each
-// followed by the text tags that come after it.
-template <class C>
-std::vector<std::string> BlockTags(const C& c) {
+// The tags of a class's file block as its table gives them: the rows without kNotInFile.
+std::vector<std::string> BlockTags(const DataClass& c) {
   std::vector<std::string> tags;
-  for (size_t i = 0; i < c.Fields().size(); ++i) {
-    const FieldDesc& d = c.Fields()[i];
+  for (const FieldDesc& d : c.Fields())
     if (!(d.flags & kNotInFile)) tags.emplace_back(d.Tag());
-    if constexpr (requires { C::Texts(); }) {
-      for (const auto& t : C::Texts()) {
-        if (static_cast<size_t>(t.after) == i) tags.emplace_back(t.name);
-      }
-    }
-  }
   return tags;
 }
 
