@@ -24,7 +24,12 @@ ModelSet MakeModelSet(SetKind kind) {
     s.Hull = std::make_shared<clsVXHull>();
     s.Appendage = std::make_shared<clsVXAppendage>();
     s.Environment = std::make_shared<clsVXEnvironment>();
+    s.ITTC78 = std::make_shared<clsVXITTC78Expansion>();
+    s.Resistance = std::make_shared<clsVXResistance>();
     s.SpeedPerformance = std::make_shared<clsVXSpeedPerformance>();
+  }
+  if (kind == SetKind::Primary || kind == SetKind::Compare) {
+    s.Propulsion = std::make_shared<clsVXPropulsion>();
   }
   SetLinkedClasses(s);
   return s;
@@ -35,6 +40,8 @@ void SetLinkedClasses(ModelSet& s) {
   if (s.Hull) s.Hull->SetLinkedClasses(s.Units, s.WaterProperties);
   if (s.Appendage) s.Appendage->SetLinkedClasses(s.Units, s.WaterProperties, s.Hull);
   if (s.Environment) s.Environment->SetLinkedClasses(s.Units, s.WaterProperties);
+  if (s.ITTC78) s.ITTC78->SetLinkedClasses(s.Units);
+  if (s.Propulsion) s.Propulsion->SetLinkedClasses(s.Units, s.WaterProperties, nullptr, s.Hull);
   if (s.SpeedPerformance) s.SpeedPerformance->SetLinkedClasses(s.Units, s.WaterProperties);
 }
 
@@ -100,7 +107,9 @@ void ClearErrorStacks() {
   if (s.Hull) s.Hull->ClearErrorStack();
   if (s.Appendage) s.Appendage->ClearErrorStack();
   if (s.Environment) s.Environment->ClearErrorStack();
+  if (s.Propulsion) s.Propulsion->ClearErrorStack();
   if (s.SpeedPerformance) s.SpeedPerformance->ClearErrorStack();
+  if (s.SpeedPerformance) s.SpeedPerformance->ClearErrorStack();  // twice, as the program always did
 }
 
 void SetNeedCalculate(bool resistance, bool propulsion) {
@@ -114,7 +123,7 @@ void SetNeedCalculate(bool resistance, bool propulsion) {
 CalculateButtonState RefreshCalculateButton() {
   const Application& app = App();
   // The hull drag technique of the resistance settings: 0 prediction, 1 aligned prediction.
-  const int technique = 0;
+  const int technique = app.primary.Resistance ? app.primary.Resistance->HullDragTechnique() : 0;
   const bool techniqueHasTable = technique == 0 || technique == 1;
   CalculateButtonState st;
   if (app.CurrentMode == Mode::Propulsion) {
@@ -156,7 +165,10 @@ bool ApplyUnitsCommand(const clsVXUnits* selection) {
   if (s.Hull) s.Hull->ConvertAllData(now, *oldUnits);
   if (s.Appendage) s.Appendage->ConvertAllData(now, *oldUnits);
   if (s.Environment) s.Environment->ConvertAllData(now, *oldUnits);
+  if (s.Resistance) s.Resistance->ConvertAllData(now, *oldUnits);
+  if (s.Propulsion) s.Propulsion->ConvertAllData(now, *oldUnits);
   if (s.SpeedPerformance) s.SpeedPerformance->ConvertAllData(now, *oldUnits);
+  if (s.ITTC78) s.ITTC78->ConvertAllData(now, *oldUnits);
   Hooks().RefreshResults();
   return true;
 }

@@ -12,6 +12,9 @@
 #include "core/speed_performance.h"
 #include "core/units.h"
 #include "core/water.h"
+#include "propulsion/propulsion_settings.h"
+#include "resistance/ittc78.h"
+#include "resistance/resistance_settings.h"
 #include "vessel/appendage.h"
 #include "vessel/environment.h"
 #include "vessel/hull.h"
@@ -27,6 +30,9 @@ struct ModelSet {
   std::shared_ptr<clsVXHull> Hull;
   std::shared_ptr<clsVXAppendage> Appendage;
   std::shared_ptr<clsVXEnvironment> Environment;
+  std::shared_ptr<clsVXITTC78Expansion> ITTC78;
+  std::shared_ptr<clsVXResistance> Resistance;
+  std::shared_ptr<clsVXPropulsion> Propulsion;
   std::shared_ptr<clsVXSpeedPerformance> SpeedPerformance;
 };
 
