@@ -1,0 +1,118 @@
+#include "files/task_list.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace velmar {
+namespace {
+
+TEST(TaskList, SortKey) {
+  struct Case {
+    const char* status;
+    const char* type;
+    int mode, key, expected;
+  } cases[] = {
+      {"ToDo", "File", 1, 0, 54}, {"ToDo", "Other", 1, 0, 50},
+      {"Done", "File", 1, 0, 44}, {"Done", "Report", 1, 0, 41},
+      {"ToDo", "Misc", 1, 0, 55},  // unknown type: t = -1
+      {"ToDo", "Calc", 2, 0, 50}, {"Done", "Misc", 2, 0, 40},
+      {"Open", "File", 1, 7, 7},  // unknown status keeps the key
+      {"ToDo", "File", 0, 7, 7},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(TaskSortKey(c.status, c.type, c.mode, c.key), c.expected)
+        << c.status << " " << c.type << " " << c.mode;
+  }
+}
+
+TEST(TaskList, DoneTasksSortBehindOpenOnesInBothModes) {
+  for (int mode : {1, 2}) {
+    clsVXTaskList list;
+    list.AddTask({"Done", "File", "a", "", 0});
+    list.AddTask({"ToDo", "Other", "b", "", 0});
+    list.AddTask({"Done", "Misc", "c", "", 0});
+    list.AddTask({"ToDo", "File", "d", "", 0});
+    list.Sort(mode);
+    std::string order;
+    for (int i = 0; i < list.TaskCount(); ++i) order += list.Task(i).Task;
+    // Mode 1 groups by type within a status; mode 2 keeps the entry order within a status.
+    EXPECT_EQ(order, mode == 1 ? "dbca" : "bdac") << mode;
+  }
+}
+
+TEST(TaskList, StandardLists) {
+  struct Case {
+    int index;
+    const char* name;
+    size_t rows;
+    const char* first;
+    const char* last;
+  } cases[] = {
+      {1, "Standard speed prediction", 17, "ToDo|File|01. Create new project|",
+       "ToDo|File|17. Backup files|"},
+      {2, "Quick propeller sizing", 13, "ToDo|File|01. Create new project|", "ToDo|File|13. Backup files|"},
+      {3, "Sea trial analysis", 17, "ToDo|File|01. Create new project|", "ToDo|File|17. Backup files|"},
+      {4, "Model test entry", 15, "ToDo|File|01. Create new project|", "ToDo|File|15. Backup file|"},
+  };
+  ASSERT_EQ(StandardTaskListNames().size(), 5u);
+  EXPECT_EQ(StandardTaskListNames()[0], "None");
+  EXPECT_TRUE(StandardTaskListRows(0).empty());
+  EXPECT_TRUE(StandardTaskListRows(5).empty());
+  for (const Case& c : cases) {
+    EXPECT_EQ(StandardTaskListNames()[static_cast<size_t>(c.index)], c.name);
+    const std::vector<std::string> rows = StandardTaskListRows(c.index);
+    ASSERT_EQ(rows.size(), c.rows) << c.name;
+    EXPECT_EQ(rows.front().rfind(c.first, 0), 0u) << rows.front();
+    EXPECT_EQ(rows.back().rfind(c.last, 0), 0u) << rows.back();
+    for (const std::string& row : rows) {
+      const TaskRecord t = TaskFromRowText(row);
+      EXPECT_EQ(t.Status, "ToDo");
+      EXPECT_GE(TaskTypeIndex(t.Type), 0) << row;
+      EXPECT_EQ(t.Notes.back(), ']') << row;  // the command closes the notes
+    }
+  }
+  const std::vector<std::string> quick = StandardTaskListRows(2);
+  EXPECT_EQ(
+      quick[3],
+      "ToDo|Data|04. Switch to Propulsion Mode|Proceed directly into Propulsion Mode to perform the quick "
+      "sizing. [View : Propulsion mode]");
+  EXPECT_NE(StandardTaskListRows(4)[12].find("hull-porpulsor"), std::string::npos);
+}
+
+TEST(TaskList, FixedTableOfThirtyTasks) {
+  clsVXTaskList list;
+  list.LoadStandardList(1);
+  EXPECT_EQ(list.TaskCount(), 17);
+  EXPECT_EQ(list.Task(4).Notes, "Define vessel hull data. Use estimates where needed. [Edit : Hull]");
+  for (int i = 17; i < kMaxTaskCount; ++i) EXPECT_TRUE(list.AddTask({"ToDo", "Other", "x", "", 0}));
+  EXPECT_FALSE(list.AddTask({"ToDo", "Other", "31st", "", 0}));
+  EXPECT_EQ(list.TaskCount(), kMaxTaskCount);
+  EXPECT_THROW(list.Task(kMaxTaskCount), std::out_of_range);
+
+  EXPECT_TRUE(list.DeleteTask(0));
+  EXPECT_EQ(list.TaskCount(), kMaxTaskCount - 1);
+  EXPECT_EQ(list.Task(0).Task, "02. Configure units");
+  EXPECT_EQ(list.Task(kMaxTaskCount - 1).Task, "");
+  EXPECT_FALSE(list.DeleteTask(kMaxTaskCount - 1));
+
+  list.LoadStandardList(0);  // "None" empties the list
+  EXPECT_EQ(list.TaskCount(), 0);
+}
+
+TEST(TaskList, RowText) {
+  const TaskRecord t{"Done", "Calc", "10. Run", "Notes with | bar", 0};
+  const TaskRecord back = TaskFromRowText(TaskRowText(t));
+  EXPECT_EQ(back.Status, "Done");
+  EXPECT_EQ(back.Type, "Calc");
+  EXPECT_EQ(back.Task, "10. Run");
+  EXPECT_EQ(back.Notes, "Notes with | bar");
+  const TaskRecord shortRow = TaskFromRowText("ToDo|File");
+  EXPECT_EQ(shortRow.Type, "File");
+  EXPECT_EQ(shortRow.Task, "");
+}
+
+}  // namespace
+}  // namespace velmar
