@@ -16,20 +16,33 @@ Application& App() {
 }
 
 ModelSet MakeModelSet(SetKind kind) {
+  // Which classes each kind of set holds: the open project all of them; a reference ship the
+  // ten of a ship object file; a reference propeller four; a compared project thirteen.
+  const bool primary = kind == SetKind::Primary;
+  const bool compare = kind == SetKind::Compare;
+  const bool ship = kind != SetKind::ReferenceProp;
   ModelSet s;
   s.Project = std::make_shared<clsVXProject>();
   s.Units = std::make_shared<clsVXUnits>();
   s.WaterProperties = std::make_shared<clsVXWaterProperties>();
-  if (kind != SetKind::ReferenceProp) {
+  if (ship) {
     s.Hull = std::make_shared<clsVXHull>();
     s.Appendage = std::make_shared<clsVXAppendage>();
     s.Environment = std::make_shared<clsVXEnvironment>();
-    s.ITTC78 = std::make_shared<clsVXITTC78Expansion>();
     s.Resistance = std::make_shared<clsVXResistance>();
+    s.ITTC78 = std::make_shared<clsVXITTC78Expansion>();
     s.SpeedPerformance = std::make_shared<clsVXSpeedPerformance>();
   }
-  if (kind == SetKind::Primary || kind == SetKind::Compare) {
+  s.Propeller = std::make_shared<clsVXPropeller>();
+  if (primary || compare) {
     s.Propulsion = std::make_shared<clsVXPropulsion>();
+    s.PropellerSeries = std::make_shared<clsVXPropellerSeries>();
+    s.PropellerSizing = std::make_shared<clsVXPropellerSizing>();
+  }
+  if (primary) {
+    s.Waterjet = std::make_shared<clsVXWaterjet>();
+    s.Engine = std::make_shared<clsVXEngine>();
+    s.TaskList = std::make_shared<clsVXTaskList>();
   }
   SetLinkedClasses(s);
   return s;
@@ -40,8 +53,16 @@ void SetLinkedClasses(ModelSet& s) {
   if (s.Hull) s.Hull->SetLinkedClasses(s.Units, s.WaterProperties);
   if (s.Appendage) s.Appendage->SetLinkedClasses(s.Units, s.WaterProperties, s.Hull);
   if (s.Environment) s.Environment->SetLinkedClasses(s.Units, s.WaterProperties);
+  if (s.Propeller) {
+    s.Propeller->SetLinkedClasses(s.Units);
+    s.Propeller->BladeCount(4);
+  }
   if (s.ITTC78) s.ITTC78->SetLinkedClasses(s.Units);
-  if (s.Propulsion) s.Propulsion->SetLinkedClasses(s.Units, s.WaterProperties, nullptr, s.Hull);
+  if (s.Propulsion) s.Propulsion->SetLinkedClasses(s.Units, s.WaterProperties, s.Propeller, s.Hull);
+  if (s.PropellerSeries) s.PropellerSeries->SetLinkedClasses(s.Units, s.WaterProperties, s.Propeller);
+  if (s.PropellerSizing) s.PropellerSizing->SetLinkedClasses(s.Units);
+  if (s.Engine) s.Engine->SetLinkedClasses(s.Units);
+  if (s.Waterjet) s.Waterjet->SetLinkedClasses(s.Units);
   if (s.SpeedPerformance) s.SpeedPerformance->SetLinkedClasses(s.Units, s.WaterProperties);
 }
 
@@ -107,8 +128,12 @@ void ClearErrorStacks() {
   if (s.Hull) s.Hull->ClearErrorStack();
   if (s.Appendage) s.Appendage->ClearErrorStack();
   if (s.Environment) s.Environment->ClearErrorStack();
+  if (s.Propeller) s.Propeller->ClearErrorStack();
   if (s.Propulsion) s.Propulsion->ClearErrorStack();
+  if (s.PropellerSeries) s.PropellerSeries->ClearErrorStack();
+  if (s.PropellerSizing) s.PropellerSizing->ClearErrorStack();
   if (s.SpeedPerformance) s.SpeedPerformance->ClearErrorStack();
+  if (s.Engine) s.Engine->ClearErrorStack();
   if (s.SpeedPerformance) s.SpeedPerformance->ClearErrorStack();  // twice, as the program always did
 }
 
@@ -165,10 +190,15 @@ bool ApplyUnitsCommand(const clsVXUnits* selection) {
   if (s.Hull) s.Hull->ConvertAllData(now, *oldUnits);
   if (s.Appendage) s.Appendage->ConvertAllData(now, *oldUnits);
   if (s.Environment) s.Environment->ConvertAllData(now, *oldUnits);
+  if (s.Propeller) s.Propeller->ConvertAllData(now, *oldUnits);
   if (s.Resistance) s.Resistance->ConvertAllData(now, *oldUnits);
   if (s.Propulsion) s.Propulsion->ConvertAllData(now, *oldUnits);
+  if (s.PropellerSeries) s.PropellerSeries->ConvertAllData(now, *oldUnits);
+  if (s.PropellerSizing) s.PropellerSizing->ConvertAllData(now, *oldUnits);
   if (s.SpeedPerformance) s.SpeedPerformance->ConvertAllData(now, *oldUnits);
+  if (s.Engine) s.Engine->ConvertAllData(now, *oldUnits);
   if (s.ITTC78) s.ITTC78->ConvertAllData(now, *oldUnits);
+  // The waterjet is not converted by the Units command: its side file keeps its own units.
   Hooks().RefreshResults();
   return true;
 }

@@ -12,7 +12,13 @@
 #include "core/speed_performance.h"
 #include "core/units.h"
 #include "core/water.h"
+#include "files/task_list.h"
+#include "propulsion/engine.h"
+#include "propulsion/propeller.h"
+#include "propulsion/propeller_series.h"
+#include "propulsion/propeller_sizing.h"
 #include "propulsion/propulsion_settings.h"
+#include "propulsion/waterjet.h"
 #include "resistance/ittc78.h"
 #include "resistance/resistance_settings.h"
 #include "vessel/appendage.h"
@@ -33,7 +39,13 @@ struct ModelSet {
   std::shared_ptr<clsVXITTC78Expansion> ITTC78;
   std::shared_ptr<clsVXResistance> Resistance;
   std::shared_ptr<clsVXPropulsion> Propulsion;
+  std::shared_ptr<clsVXPropeller> Propeller;
+  std::shared_ptr<clsVXPropellerSeries> PropellerSeries;
+  std::shared_ptr<clsVXPropellerSizing> PropellerSizing;
+  std::shared_ptr<clsVXEngine> Engine;
+  std::shared_ptr<clsVXWaterjet> Waterjet;
   std::shared_ptr<clsVXSpeedPerformance> SpeedPerformance;
+  std::shared_ptr<clsVXTaskList> TaskList;
 };
 
 // Which members a set is made of.

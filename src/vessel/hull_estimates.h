@@ -19,6 +19,11 @@ bool CalcBSRAFormFactor(double& k1, const clsVXHull& hull);
 bool CalcHamburgEWBFormFactor(double& k1, const clsVXHull& hull);
 bool CalcHullCanoeDiameter(double& diameter, const clsVXHull& hull);
 
+// When reads of `hull` have pushed words on its error stack, hands the stack to the
+// calculation error state (emptying it) and returns true. The stack is the hull's mutable
+// diagnostic state, so this works on a const hull, as the reads that push on it do.
+bool PassHullErrors(const clsVXHull& hull);
+
 // One proposal of an estimate list: its source label, the value (in the item's current
 // unit) and the value as text in the item's format; an empty text when inputs are missing.
 struct EstimateRow {
@@ -46,7 +51,7 @@ const std::vector<std::string>& EstimateItemNames();
 class clsVXITTC78Expansion;
 // The proposals for one item. `designFn` is the design Froude number (the Max section area
 // "Design lane [FN]" proposal uses it; 0 when there is none).
-std::vector<EstimateRow> EstimateList(EstimateItem item, const clsVXHull& hull, const clsVXITTC78Expansion& ittc78,
-                                      double designFn);
+std::vector<EstimateRow> EstimateList(EstimateItem item, const clsVXHull& hull,
+                                      const clsVXITTC78Expansion& ittc78, double designFn);
 
 }  // namespace velmar
