@@ -1,0 +1,81 @@
+// The project file (*.vxvl) and its relatives: open and save of the whole project with
+// merge-on-save, the version rules, the common ship export (*.ship), reference ships, the
+// new-project template, the emergency "Error-" save, and the side files *.engn and *.task.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "core/application.h"
+#include "files/file_json.h"
+
+namespace velmar {
+
+// The blocks of every class, read and written by walking the class's field table (see
+// block_io.h). `root` is normally empty (the file's parsed root is taken); the status is 1
+// for success and 0 otherwise. Propeller and SpeedPerformance take a mode (Propeller: 1 full,
+// 2 ends after Chord07R; SpeedPerformance: 0 all lists, 1 up to RelRotEfficiency).
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXProject& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXProject& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXUnits& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXUnits& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXWaterProperties& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXWaterProperties& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXHull& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXHull& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXAppendage& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXAppendage& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXEnvironment& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXEnvironment& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXITTC78Expansion& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXITTC78Expansion& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXResistance& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXResistance& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXPropulsion& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXPropulsion& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXPropeller& obj, int mode);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXPropeller& obj, int mode);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXPropellerSeries& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXPropellerSeries& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXPropellerSizing& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXPropellerSizing& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXEngine& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXEngine& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXWaterjet& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXWaterjet& obj);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXSpeedPerformance& obj, int mode);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXSpeedPerformance& obj, int mode);
+int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXTaskList& obj);
+int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXTaskList& obj);
+
+// What opening a file found.
+struct OpenResult {
+  bool opened = false;        // false: the file does not exist, cannot be read, or is no project
+  bool current = true;        // false: some block reported a missing or unknown tag
+  std::string message;        // why it did not open, in the product's words
+  std::string warningText;    // the "Project file specification warning" detail, when not current
+};
+
+// Opens a project into App().primary (the caller has run NewProject). Never throws; a file
+// that is not a project leaves the primary set as NewProject made it.
+OpenResult OpenProjectFile(const std::filesystem::path& path);
+// Saves the primary set, merging into the file that is there (unknown blocks and tags keep
+// their place), atomically. Returns 1 on success, 0 otherwise.
+int SaveProjectFile(const std::filesystem::path& path);
+void ApplyProjectVersionRules();
+int ExportCommonShipObject(const std::filesystem::path& path);
+bool LoadReferenceShipData(const std::filesystem::path& path, ModelSet& target);
+// Wires the template reader into App().LoadTemplateFile.
+void InstallProjectFileHooks();
+// The emergency save after a data error: "Error-yyyymmdd-hhmm.vxvl" in `folder`; shows "File
+// Write Error" when it fails. Returns the path written (empty on failure).
+std::filesystem::path SaveErrorProject(const std::filesystem::path& folder);
+
+// Side files: the engine file (the Engine block alone) and the task list file (one TaskList
+// block). Read returns false when the file cannot be read or has no such block.
+bool ReadEngineFile(const std::filesystem::path& path, clsVXEngine& engine);
+bool WriteEngineFile(const std::filesystem::path& path, const clsVXEngine& engine);
+bool ReadTaskFile(const std::filesystem::path& path, clsVXTaskList& tasks);
+bool WriteTaskFile(const std::filesystem::path& path, const clsVXTaskList& tasks);
+
+}  // namespace velmar
