@@ -2,6 +2,7 @@
 #include "core/helpers.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
@@ -57,6 +58,30 @@ void SortPairs(int count, std::vector<double>& keys, std::vector<double>& values
   }
 }
 
+namespace {
+// 10^k as the run-time std::pow gives it. Every unit-converting read rounds through
+// RoundToSigDigits, and std::pow was most of its time; the table holds the very values
+// std::pow returns, so the rounding stays bit for bit the same. The library's pow is not
+// correctly rounded for every k (10^23 comes out one unit above the nearest double), while
+// the compiler folds constant calls exactly: so the table is filled at run time, by a
+// function that is not constexpr, from a volatile base. Other exponents call std::pow.
+constexpr int kPow10TableMax = 64;
+using Pow10Table = std::array<double, 2 * kPow10TableMax + 1>;
+
+Pow10Table FillPow10Table() {
+  volatile double ten = 10.0;
+  const double base = ten;
+  Pow10Table t{};
+  for (int i = -kPow10TableMax; i <= kPow10TableMax; ++i) t[i + kPow10TableMax] = std::pow(base, i);
+  return t;
+}
+
+double Pow10(int k) {
+  static const Pow10Table table = FillPow10Table();
+  return k >= -kPow10TableMax && k <= kPow10TableMax ? table[k + kPow10TableMax] : std::pow(10.0, k);
+}
+}  // namespace
+
 // Steps of the historical rounding: scale to an integer of `digits` digits, take the integer
 // part, add one when the fraction reaches one half, and scale back.
 double RoundToSigDigits(double value, int digits, std::string* formatOut) {
@@ -75,7 +100,7 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
   static const std::string kPattern = "#########0.0000000000";
   double r;
   if (digits > e) {
-    const double s = std::pow(10.0, digits - e);
+    const double s = Pow10(digits - e);
     r = roundUp(a * s) / s;
     if (formatOut) {
       const int len = std::clamp(digits + 11 - e, 0, static_cast<int>(kPattern.size()));
@@ -85,7 +110,7 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
     r = roundUp(a);
     if (formatOut) *formatOut = "#########0";
   } else {
-    const double s = std::pow(10.0, e - digits);
+    const double s = Pow10(e - digits);
     r = roundUp(a / s) * s;
     if (formatOut) *formatOut = "#########0";
   }

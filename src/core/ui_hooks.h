@@ -26,6 +26,12 @@ class UIHooks {
   virtual void RefreshResults() {}
   // The Calculate toolbar image ("Calculate" or "NeedCalculate") and button 5's state.
   virtual void SetCalculateButton(std::string_view /*image*/, bool /*button5Enabled*/) {}
+  // Button 5 alone (the command that needs a hull drag table) with its menu entry.
+  virtual void EnableHullDragTableCommand(bool /*enabled*/) {}
+  // The window of a mode (0 Resistance, 1 Propulsion) is to be shown; CurrentMode is set.
+  virtual void ShowModeView(int /*mode*/) {}
+  // Keep a picture of the graph on screen, for the animated change-over after a Calculate.
+  virtual void SnapshotGraph() {}
 };
 
 // Answers questions from a script (first in, first out), else with the default answer,

@@ -1,0 +1,202 @@
+// Appendage drag by percentage and by the Holtrop component method.
+#include "resistance/appendage_drag.h"
+
+#include "core/constants.h"
+#include "core/diagnostics.h"
+#include "resistance/friction.h"
+#include "resistance/resistance_driver.h"
+
+namespace velmar {
+namespace {
+
+// The flow at the row: friction line and correlation allowance of the hull, dynamic
+// pressure 0.5 rho V^2 (lbf/ft2), speed (ft/s) and density (slug/ft3).
+struct Flow {
+  double cf, ca, q, v, rho;
+};
+
+// One kind of appendage of the component method. A kind with a form factor adds
+// (CF (1+k2) + CA) q S with S its total wetted surface in ft2; the others give their own drag.
+struct Component {
+  const char* name;
+  bool (*present)(const clsVXAppendage&);
+  double (*formFactor)(const clsVXAppendage&);
+  double (*surfaceFt2)(const clsVXAppendage&);
+  double (*ownDrag)(const clsVXAppendage&, const Flow&);
+};
+
+// The shaft count belongs to the hull, whose read check takes a count below 1 as missing and
+// pushes its word on the hull's stack. For the appendages no shafts is legal, and that word
+// would stop the hull drag method at the next speed; so the stored count is read as it is.
+int Shafts(const clsVXAppendage& a) {
+  if (!a.Hull()) return a.PropulsorCountPerHull();
+  return static_cast<int>(a.Hull()->Raw(FieldId(clsVXHull::Field::PropulsorCountPerHull)));
+}
+bool HasShafts(const clsVXAppendage& a) { return Shafts(a) > 0; }
+double Fixed(AppendageFormFactorKind k) { return AppendageFormFactor(k); }
+
+// In the order of the sum (it fixes the rounding of the total).
+const Component kComponents[] = {
+    {"Shafting", HasShafts,
+     [](const clsVXAppendage& a) { return AppendageFormFactorShaft(a.AngleShaftDeg()); },
+     [](const clsVXAppendage& a) { return a.ShaftWettedSurface(kFt2) * Shafts(a); }, nullptr},
+    {"Strut bossing", HasShafts,
+     [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::Bossing); },
+     [](const clsVXAppendage& a) { return a.ShaftStrutBossingWettedSurface(kFt2) * Shafts(a); }, nullptr},
+    {"Hull bossing", HasShafts, [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::Bossing); },
+     [](const clsVXAppendage& a) { return a.ShaftHullBossingWettedSurface(kFt2) * Shafts(a); }, nullptr},
+    {"Struts", [](const clsVXAppendage& a) { return a.StrutCount() > 0 && HasShafts(a); },
+     [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::Strut); },
+     [](const clsVXAppendage& a) {
+       return (a.StrutPalmWidth(kFt) * a.StrutPalmDepth(kFt) + a.StrutWettedSurface(kFt2)) * a.StrutCount() *
+              Shafts(a);
+     },
+     nullptr},
+    {"Rudders", [](const clsVXAppendage& a) { return a.RudderCount() > 0; },
+     [](const clsVXAppendage& a) { return AppendageFormFactorRudder(a.RudderType()); },
+     [](const clsVXAppendage& a) { return a.RudderWettedSurface(kFt2) * a.RudderCount(); }, nullptr},
+    {"Skegs and keels", [](const clsVXAppendage& a) { return a.SkegKeelCount() > 0; },
+     [](const clsVXAppendage& a) { return AppendageFormFactorSkegKeel(a.SkegKeelType()); },
+     [](const clsVXAppendage& a) { return a.SkegKeelWettedSurface(kFt2) * a.SkegKeelCount(); }, nullptr},
+    {"Stabilizers", [](const clsVXAppendage& a) { return a.StabilizerCount() > 0; },
+     [](const clsVXAppendage& a) { return AppendageFormFactorStabilizer(a.StabilizerDynamicMultiplier()); },
+     [](const clsVXAppendage& a) { return a.StabilizerWettedSurface(kFt2) * a.StabilizerCount(); }, nullptr},
+    {"Bilge keels", [](const clsVXAppendage& a) { return a.BilgeKeelCount() > 0; },
+     [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::BilgeKeel); },
+     [](const clsVXAppendage& a) { return a.BilgeKeelWettedSurface(kFt2) * a.BilgeKeelCount(); }, nullptr},
+    {"Tunnel thrusters", [](const clsVXAppendage& a) { return a.TunnelThrusterCount() > 0; }, nullptr,
+     nullptr,
+     [](const clsVXAppendage& a, const Flow& f) {
+       return CalcTunnelThrusterDrag(f.v, f.rho, a.TunnelThrusterDiameter(kFt)) * a.TunnelThrusterCount();
+     }},
+    {"Sonar domes", [](const clsVXAppendage& a) { return a.SonarDomeCount() > 0; },
+     [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::SonarDome); },
+     [](const clsVXAppendage& a) { return a.SonarDomeWettedSurface(kFt2) * a.SonarDomeCount(); }, nullptr},
+    {"Miscellaneous", [](const clsVXAppendage& a) { return a.MiscAppendageCount() > 0; }, nullptr, nullptr,
+     [](const clsVXAppendage& a, const Flow& f) {
+       return f.q * a.MiscAppendageDragCoef() * a.MiscAppendageDragArea(kFt2) * a.MiscAppendageCount();
+     }},
+};
+
+bool AppendagePercentage(double& drag, clsVXAppendage& appendage, clsVXSpeedPerformance& sp, int row) {
+  SetCalcLocation("Percentage appendage drag prediction");
+  const double hullDrag = sp.DragBareHullIndividual(row, kLbf);
+  if (sp.ErrorsFound()) {
+    AddCalcErrors(sp.Errors());
+    return false;
+  }
+  const double percentage = appendage.PercentageHullDrag();
+  drag = percentage > 0.0 ? 0.01 * percentage * hullDrag : 0.0;
+  appendage.ClearErrorStack();
+  return true;
+}
+
+bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXAppendage& appendage,
+                               clsVXSpeedPerformance& sp, int row) {
+  SetCalcLocation("Holtrop Form Factor appendage drag prediction");
+  const double rho = water.Density(kSlugPerFt3);
+  if (water.ErrorsFound()) {
+    AddCalcErrors(water.Errors());
+    return false;
+  }
+  const double v = sp.Speed(row, kFtPerSec);
+  const double rn = sp.CoefReynoldsLength(row);
+  const double ca = sp.CoefDragBareHullCorrAllowance(row);
+  if (sp.ErrorsFound()) {
+    AddCalcErrors(sp.Errors());
+    return false;
+  }
+  const Flow flow{CalcFrictionITTC57(rn), ca, 0.5 * rho * v * v, v, rho};
+  double sum = 0.0;
+  for (const Component& c : kComponents) {
+    if (!c.present(appendage)) continue;
+    sum += c.ownDrag ? c.ownDrag(appendage, flow)
+                     : (flow.cf * c.formFactor(appendage) + flow.ca) * flow.q * c.surfaceFt2(appendage);
+  }
+  drag = sum;
+  // Counts of 0 and missing sizes of absent appendages have pushed their words; they are no
+  // error here.
+  appendage.ClearErrorStack();
+  return true;
+}
+
+}  // namespace
+
+bool CalcAppendageDrag(double& drag, clsVXWaterProperties& water, clsVXHull& /*hull*/,
+                       clsVXAppendage& appendage, clsVXITTC78Expansion& /*ittc78*/,
+                       clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance, int row) {
+  // The location text names the wind drag, as the program always has.
+  SetCalcLocation("wind drag prediction");
+  drag = 0.0;
+  return RunGuarded([&] {
+    const int method = resistance.AppendageDragMethod();
+    switch (method) {
+      case kAppendagePercentage:
+        return CalcAppendagePercentage(drag, appendage, speedPerformance, row);
+      case kAppendageHoltropComponent:
+        return CalcAppendageHoltropComponent(drag, water, appendage, speedPerformance, row);
+      default:
+        // Only the ids, labels and parameter ranges of the other methods are part of the program.
+        AddCalcError("Appendage drag method not available: " + resistance.AppendageDragMethodLabel(method));
+        return false;
+    }
+  });
+}
+
+bool CalcAppendagePercentage(double& drag, clsVXAppendage& appendage, clsVXSpeedPerformance& speedPerformance,
+                             int row) {
+  return RunGuarded([&] { return AppendagePercentage(drag, appendage, speedPerformance, row); });
+}
+
+bool CalcAppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXAppendage& appendage,
+                                   clsVXSpeedPerformance& speedPerformance, int row) {
+  return RunGuarded([&] { return AppendageHoltropComponent(drag, water, appendage, speedPerformance, row); });
+}
+
+double CalcTunnelThrusterDrag(double speed, double density, double diameter) {
+  return 0.5 * density * speed * speed * (2.0 * 0.0075 * Pi) * diameter * diameter;
+}
+
+double AppendageFormFactor(AppendageFormFactorKind kind) {
+  switch (kind) {
+    case AppendageFormFactorKind::Stabilizer:
+      return 2.8;
+    case AppendageFormFactorKind::BilgeKeel:
+      return 1.4;
+    case AppendageFormFactorKind::Bossing:
+      return 3.5;
+    case AppendageFormFactorKind::Other:
+      return 2.0;
+    case AppendageFormFactorKind::Strut:
+      return 4.0;
+    case AppendageFormFactorKind::SonarDome:
+      return 2.7;
+  }
+  return 2.0;
+}
+
+double AppendageFormFactorShaft(double angleShaftDeg) {
+  return 1.2 - 0.03 * angleShaftDeg + 0.011 * angleShaftDeg * angleShaftDeg;
+}
+
+double AppendageFormFactorRudder(int rudderType) {
+  switch (rudderType) {
+    case 1:
+      return 3.5;  // balanced plate
+    case 2:
+      return 1.35;  // aft of skeg
+    case 3:
+      return 1.5;  // aft of stern
+    default:
+      return 2.5;  // balanced foil and any other
+  }
+}
+
+double AppendageFormFactorSkegKeel(int skegKeelType) { return skegKeelType == 0 ? 1.75 : 2.8; }
+
+double AppendageFormFactorStabilizer(double dynamicMultiplier) {
+  const double f = AppendageFormFactor(AppendageFormFactorKind::Stabilizer);
+  return dynamicMultiplier > 1.0 ? f * dynamicMultiplier : f;
+}
+
+}  // namespace velmar

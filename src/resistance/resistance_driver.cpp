@@ -1,0 +1,333 @@
+// The resistance prediction driver and the ITTC-78 (CT) route.
+#include "resistance/resistance_driver.h"
+
+#include <cmath>
+
+#include "core/application.h"
+#include "core/constants.h"
+#include "core/helpers.h"
+#include "core/ui_hooks.h"
+#include "resistance/appendage_drag.h"
+#include "resistance/friction.h"
+#include "resistance/holtrop.h"
+
+namespace velmar {
+namespace {
+
+using Col = clsVXSpeedPerformance::Field;
+
+// The bare-hull columns a row gets as 0 when the hull drag is off.
+constexpr Col kBareHullOffColumns[] = {
+    Col::CoefDragBareHullFriction,
+    Col::CoefDragBareHullViscous,
+    Col::CoefDragBareHullResiduary,
+    Col::CoefDragBareHullRoughness,
+    Col::CoefDragBareHullCorrAllowance,
+    Col::CoefDragBareHull,
+    Col::CoefDragBareHullWavemakingTransverse,
+    Col::CoefDragBareHullWavemakingDivergent,
+    Col::CoefDragBareHullResiduaryTelfer,
+    Col::CoefDragBareHullTelfer,
+    Col::CoefDragBareHullWeightRatio,
+    Col::DragBareHullResiduary,
+    Col::DragBareHullIndividual,
+    Col::DragBareHull,
+    Col::CoefDragBareHullResiduaryAlignmentMultiplier,
+    Col::WakeFractionAlignmentMultiplier,
+    Col::ThrustDeductionAlignmentMultiplier,
+    Col::RelRotEfficiencyAlignmentMultiplier,
+};
+
+// Standard hull roughness of the ITTC-78 method, in metres.
+constexpr double kStdRoughnessM = 0.00015;
+
+// Roughness allowance of the ITTC-78 performance prediction method (ITTC 1978, Bowden and
+// Davison 1974): dCF = (44 ((ks / L)^(1/3) - 10 Rn^(-1/3)) + 0.125) 1e-3, ks and L in metres.
+double RoughnessAllowance(double ksM, double lengthM, double rn) {
+  return (std::pow(ksM / lengthM, 1.0 / 3.0) - 10.0 * std::pow(rn, -1.0 / 3.0)) * 0.044 + 0.000125;
+}
+
+// Two hulls drag twice as much as one.
+int HullCount(const clsVXHull& hull) { return hull.HullConfigType() == 0 ? 1 : 2; }
+
+// 1.0 unless the expansion is on and the form factor is given.
+double ExpansionFormFactor(const clsVXITTC78Expansion& ittc78, const clsVXResistance& resistance) {
+  const double k1 = ittc78.HullFormFactor();
+  return resistance.HullDragITTC78ExpansionEnabled() == 0 || k1 == 0.0 ? 1.0 : k1;
+}
+
+// One added-drag column (wind, seas, channel): no formula for them is part of the program,
+// so Off and Calc both give 0; Lock and Enter keep what stands in the column.
+void AddedDragColumn(clsVXSpeedPerformance& sp, int row, Col column, int enabled) {
+  if (enabled == kDragOff || enabled == kDragCalc) sp.Write(row, FieldId(column), kCurrent, 0.0);
+}
+
+// What every speed row needs of the ship, read once before the loop: water (slug/ft3,
+// ft2/s), volume (ft3), displacement (kg), length (ft and m), wetted surface (ft2), the
+// ship's form factor 1+k and the number of hulls.
+struct ShipRow {
+  double rho, nu, vol, dispKg, L, LMetres, S, k1;
+  int hullCount;
+};
+
+// The bare-hull steps of one row (HullDragEnabled "Calc").
+bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double Rn, clsVXHull& hull,
+                     clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, clsVXSpeedPerformance& sp) {
+  // 1. Speed correction of the form factor at ship scale.
+  double kMult =
+      resistance.HullDragFormFactorKMultEnabled() == 1 ? 1.0 / (1.0 + 140.0 * std::pow(Fn, 5.0)) : 1.0;
+  // 2. Catamaran interference.
+  double factor = 1.0, kCat = 1.0;
+  if (hull.HullConfigType() == 1 && resistance.HullDragCatamaranInterferenceEnabled() == 1) {
+    if (!CalcCatamaranInterference(hull.CoefLwlBwlRatio(), hull.CoefSLwlRatio(), factor, kCat)) return false;
+  }
+  kMult *= factor;
+  // 3.-5. Correlation and roughness allowances.
+  const double dCFstd = RoughnessAllowance(kStdRoughnessM, ship.LMetres, Rn);
+  const double ca = resistance.HullDragExpansionDetail() != 0 ? ittc78.CorrelationAllowance()
+                                                              : (5.68 - 0.6 * Log10(Rn)) * 0.001 + dCFstd;
+  sp.CoefDragBareHullCorrAllowance(row, ca);
+  double dCFrough = 0.0;
+  if (resistance.HullDragRoughnessEnabled() == 1 && ittc78.HullRoughnessMM() > 0.0) {
+    dCFrough = RoughnessAllowance(0.001 * ittc78.HullRoughnessMM(), ship.LMetres, Rn) - dCFstd;
+  }
+  sp.CoefDragBareHullRoughness(row, dCFrough);
+  // 6.-8. Dynamic pressure, friction and viscous coefficients.
+  const double q = 0.5 * ship.rho * ship.S * V * V;
+  const double cf = CalcFrictionLine(Rn, ittc78.HullFrictionLine(), ship.L, V, 0.0);
+  sp.CoefDragBareHullFriction(row, cf);
+  sp.CoefDragBareHullViscous(row, ((ship.k1 - 1.0) * kMult + 1.0) * cf);
+  // 9. The residuary coefficient. The prediction takes it from the model step; an aligned
+  // prediction does the same and scales it by the alignment multiplier. How that multiplier
+  // follows from the reference ship is not defined in this program, so it is 1. Scale from
+  // test and Defined use the residuary coefficient that stands in the table (entered, or
+  // kept from the test); scale from test also marks its multiplier 1.
+  const int technique = resistance.HullDragTechnique();
+  if (technique == kTechniquePrediction || technique == kTechniqueAlignedPrediction) {
+    double ctModel = 0.0, crModel = 0.0;
+    int speedCheck = 1;
+    if (!CalcModelCtCr(ctModel, crModel, speedCheck, Fn, hull, ittc78, resistance, factor, kCat))
+      return false;
+    if (technique == kTechniqueAlignedPrediction) {
+      sp.CoefDragBareHullResiduaryAlignmentMultiplier(row, 1.0);
+      crModel *= sp.CoefDragBareHullResiduaryAlignmentMultiplier(row);
+    }
+    sp.CoefDragBareHullResiduary(row, crModel);
+    sp.DragBareHullSpeedCheck(row, speedCheck);
+  } else if (technique == kTechniqueScaleFromTest) {
+    sp.CoefDragBareHullResiduaryAlignmentMultiplier(row, 1.0);
+  }
+  // 10.-15. Totals, drags, power and the dimensionless ratios.
+  const double cr = sp.CoefDragBareHullResiduary(row);
+  const double ct = cr + sp.CoefDragBareHullRoughness(row) + sp.CoefDragBareHullCorrAllowance(row) +
+                    sp.CoefDragBareHullViscous(row);
+  sp.CoefDragBareHull(row, ct);
+  sp.DragBareHullResiduary(row, kLbf, q * cr);
+  sp.DragBareHullIndividual(row, kLbf, q * ct);
+  sp.DragBareHull(row, kCurrent, sp.DragBareHullIndividual(row, kCurrent) * ship.hullCount);
+  sp.PowerEffectiveBareHull(row, kHp, sp.DragBareHull(row, kLbf) * V / 550.0);
+  const double telfer = 0.5 * ship.S * ship.L / ship.vol;  // from CT to Telfer's coefficient
+  sp.CoefDragBareHullResiduaryTelfer(row, cr * telfer);
+  sp.CoefDragBareHullTelfer(row, ct * telfer);
+  sp.CoefDragBareHullWeightRatio(
+      row, ship.dispKg > 0.0 ? sp.DragBareHullIndividual(row, kN) / (ship.dispKg * GravitySI) : 0.0);
+  return true;
+}
+
+bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
+                      clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, clsVXSpeedPerformance& sp) {
+  SetCalcLocation("ITTC-78 (CT) drag prediction");
+  ShipRow ship{};
+  ship.rho = water.Density(kSlugPerFt3);
+  ship.nu = water.Viscosity(kFt2PerSec);
+  if (water.ErrorsFound()) {
+    AddCalcErrors(water.Errors());
+    return false;
+  }
+  ship.vol = hull.DisplacementVolume(kFt);
+  ship.dispKg = hull.Displacement(kKg);
+  ship.L = hull.LengthWL(kFt);
+  ship.LMetres = hull.LengthWL(kM);
+  ship.S = hull.WettedSurface(kFt2);
+  if (hull.ErrorsFound()) {
+    AddCalcErrors(hull.Errors());
+    return false;
+  }
+  ship.k1 = ExpansionFormFactor(ittc78, resistance);
+  ship.hullCount = HullCount(hull);
+
+  // The reference ship of an aligned prediction or a scale from test must be complete; its
+  // numbers would feed the alignment, which this program does not define.
+  const int technique = resistance.HullDragTechnique();
+  if (technique == kTechniqueAlignedPrediction || technique == kTechniqueScaleFromTest) {
+    const std::shared_ptr<clsVXHull>& ref = App().RefShipResistance.Hull;
+    if (!ref) {
+      AddCalcError("Reference ship");
+      return false;
+    }
+    ref->DisplacementVolume(kFt);
+    ref->LengthWL(kFt);
+    ref->LengthWL(kM);
+    ref->WettedSurface(kFt2);
+    if (ref->ErrorsFound()) {
+      AddCalcErrors(ref->Errors());
+      return false;
+    }
+  }
+
+  for (int row = 0; row < sp.count(); ++row) {
+    sp.SpeedIndex(row);
+    const double V = sp.Speed(row, kFtPerSec);
+    const double Fn = V / std::sqrt(GravityFt * ship.L);
+    const double Rn = V * ship.L / ship.nu;
+    if (sp.ErrorsFound()) {
+      AddCalcErrors(sp.Errors());
+      return false;
+    }
+    sp.CoefFroudeLength(row, Fn);
+    sp.CoefFroudeVolume(row, V / std::sqrt(GravityFt * std::pow(ship.vol, 1.0 / 3.0)));
+    sp.CoefReynoldsLength(row, Rn);
+
+    switch (resistance.HullDragEnabled()) {
+      case kDragOff:
+        sp.DragBareHullSpeedCheck(row, 1);
+        for (Col c : kBareHullOffColumns) sp.Write(row, FieldId(c), kCurrent, 0.0);
+        break;
+      case kDragCalc:
+        if (!CalcBareHullRow(ship, row, V, Fn, Rn, hull, ittc78, resistance, sp)) return false;
+        break;
+      default:  // Lock (and the file's Enter): the columns stay as they are
+        break;
+    }
+
+    switch (resistance.AppendageDragEnabled()) {
+      case kDragOff:
+        sp.DragAppendages(row, kCurrent, 0.0);
+        break;
+      case kDragCalc: {
+        double drag = 0.0;
+        if (!CalcAppendageDrag(drag, water, hull, appendage, ittc78, resistance, sp, row)) return false;
+        sp.DragAppendages(row, kLbf, drag * ship.hullCount);
+        break;
+      }
+      default:
+        break;
+    }
+
+    AddedDragColumn(sp, row, Col::DragWind, resistance.WindDragEnabled());
+    AddedDragColumn(sp, row, Col::DragSeas, resistance.SeasDragEnabled());
+    AddedDragColumn(sp, row, Col::DragChannel, resistance.ChannelDragEnabled());
+    // The margin follows its own Enabled state: Off gives 0, Calc takes the percentage of
+    // the hull drag alone or of the hull and added drags, Lock and Enter keep the column.
+    switch (resistance.MarginDragEnabled()) {
+      case kDragOff:
+        sp.DragMargin(row, kCurrent, 0.0);
+        break;
+      case kDragCalc: {
+        double basis = sp.DragBareHull(row, kCurrent);
+        if (resistance.MarginDragBasis() == 1) {
+          basis += sp.DragAppendages(row, kCurrent) + sp.DragWind(row, kCurrent) +
+                   sp.DragSeas(row, kCurrent) + sp.DragChannel(row, kCurrent);
+        }
+        sp.DragMargin(row, kCurrent, 0.01 * resistance.MarginDragPercentage() * basis);
+        break;
+      }
+      default:
+        break;
+    }
+
+    sp.DragTotal(row, kCurrent,
+                 sp.DragBareHull(row, kCurrent) + sp.DragAppendages(row, kCurrent) +
+                     sp.DragWind(row, kCurrent) + sp.DragSeas(row, kCurrent) + sp.DragChannel(row, kCurrent) +
+                     sp.DragMargin(row, kCurrent));
+    sp.PowerEffectiveTotal(row, kHp, sp.DragTotal(row, kLbf) * V / 550.0);
+  }
+  return true;
+}
+
+bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLength, clsVXHull& hull,
+               clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, double crMultiplier,
+               double kMultiplier) {
+  SetCalcLocation("ITTC-78 (CT) model Ct and Cr prediction");
+  const double k1 = ExpansionFormFactor(ittc78, resistance);
+  if (crMultiplier <= 0.0) crMultiplier = 1.0;
+  if (kMultiplier <= 0.0) kMultiplier = 1.0;
+  speedCheck = 1;
+  double modelLength = 0.0;
+  const int method = resistance.HullDragMethod();
+  bool ok = false;
+  switch (method) {
+    case 0:
+      ok = CalcHullDragHoltrop(ctModel, modelLength, speedCheck, hull, fnLength);
+      break;
+    default:
+      // Only the ids, labels and parameter ranges of the other methods are part of the program.
+      AddCalcError("Hull drag method not available: " + resistance.HullDragMethodLabel(method));
+      return false;
+  }
+  if (!ok) return false;
+  // The model runs at the ship's Froude number in fresh basin water.
+  const double rnModel = std::pow(modelLength, 1.5) * fnLength * std::sqrt(GravityFt) / StdViscosityFresh;
+  const double vModel = rnModel * StdViscosityFresh / modelLength;
+  const double cfModel = CalcFrictionLine(rnModel, ittc78.HullFrictionLine(), modelLength, vModel, 0.0);
+  const double kMultModel = CalcFormFactorKMultiplier(fnLength, resistance.HullDragFormFactorKMultEnabled());
+  const double cvModel = (kMultiplier * kMultModel * (k1 - 1.0) + 1.0) * cfModel;
+  crModel = crMultiplier * (ctModel - cvModel);
+  if (crModel < 1e-6) {
+    crModel = 1e-6;
+    ctModel = cvModel + crModel;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool CalcResistancePrediction() {
+  SetCalcLocation("Building Resistance prediction");
+  Hooks().BusyPointer(true);
+  const bool ok = RunGuarded([] {
+    ModelSet& p = App().primary;
+    if (p.ITTC78->HullFormFactor() <= 0.0) p.ITTC78->HullFormFactor(1.0);  // kept in the project
+    switch (p.ITTC78->HullHydrodynamicType()) {
+      case kHydroITTC78CT:
+        return CalcDragPredictionCT(*p.WaterProperties, *p.Hull, *p.Appendage, *p.Environment, *p.ITTC78,
+                                    *p.Resistance, *p.SpeedPerformance);
+      case kHydroPlaning:
+        // The planing route (trim, wetted lengths, equilibrium drag and its corrections) is
+        // not part of this program; it fails without a message of its own.
+        return false;
+      default:
+        AddCalcError("Hydrodynamic hull type is undefined");
+        return false;
+    }
+  });
+  Hooks().BusyPointer(false);
+  return ok;
+}
+
+bool CalcDragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
+                          clsVXEnvironment& /*environment*/, clsVXITTC78Expansion& ittc78,
+                          clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance) {
+  // The environment feeds the wind, seas and channel drags, for which no formula exists yet.
+  return RunGuarded(
+      [&] { return DragPredictionCT(water, hull, appendage, ittc78, resistance, speedPerformance); });
+}
+
+bool CalcModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLength, clsVXHull& hull,
+                   clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, double crMultiplier,
+                   double kMultiplier) {
+  return RunGuarded([&] {
+    return ModelCtCr(ctModel, crModel, speedCheck, fnLength, hull, ittc78, resistance, crMultiplier,
+                     kMultiplier);
+  });
+}
+
+// No published interference formula is part of the program: the two hulls of a catamaran
+// count as two independent monohulls (factor and kCat 1).
+bool CalcCatamaranInterference(double /*lwlBwlRatio*/, double /*sLwlRatio*/, double& factor, double& kCat) {
+  factor = 1.0;
+  kCat = 1.0;
+  return true;
+}
+
+}  // namespace velmar
