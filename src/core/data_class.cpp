@@ -9,6 +9,22 @@
 
 namespace velmar {
 
+LabelList Keyed(std::initializer_list<std::pair<const char*, const char*>> rows) {
+  LabelList list;
+  for (const auto& [label, key] : rows) {
+    list.labels.emplace_back(label);
+    list.keys.emplace_back(key);
+  }
+  return list;
+}
+
+const LabelList kOffOnLabels = {{"Off", "On"}, {"Off", "On"}};
+const LabelList kOffCalcLockLabels = {{"Off", "Calc", "Lock"}, {"Off", "Calc", "Lock", "Enter"}};
+const LabelList kDragTechniqueLabels = Keyed({{"Prediction", "Prediction"},
+                                              {"Aligned prediction", "AlignedPrediction"},
+                                              {"Scale from test", "ScaleFromTest"},
+                                              {"Defined", "Defined"}});
+
 bool FailsCheck(const FieldDesc& d, double v) {
   switch (d.check) {
     case Check::None: return false;

@@ -11,10 +11,12 @@
 // The trailing arguments are designated initialisers of FieldDesc (in member order).
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/error_stack.h"
@@ -38,6 +40,15 @@ struct LabelList {
   std::vector<std::string> labels;
   std::vector<std::string> keys;
 };
+
+// A label list written as (label, file key) pairs, so that index, label and key stay on one
+// line.
+LabelList Keyed(std::initializer_list<std::pair<const char*, const char*>> rows);
+
+// Lists that many settings share.
+extern const LabelList kOffOnLabels;           // "Off", "On"
+extern const LabelList kOffCalcLockLabels;     // "Off", "Calc", "Lock"; the key "Enter" too
+extern const LabelList kDragTechniqueLabels;   // "Prediction", "Aligned prediction", ...
 
 enum FieldFlags : unsigned {
   kNoConvert = 1u << 0,        // ConvertAllData leaves the number as it is

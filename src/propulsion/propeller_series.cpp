@@ -53,7 +53,6 @@ const LabelList kPropellerSeriesLabels = SeriesLabels();
 const LabelList kScaleCorrectionLabels = {
     {"None", "B Series", "Equiv profile", "Part ITTC", "Full ITTC"},
     {"NoCorrection", "BSeries", "EquivProfile", "PartITTC", "FullITTC"}};
-const LabelList kPropellerSeriesOffOnLabels = {{"Off", "On"}, {"Off", "On"}};
 const LabelList kKTKQCorrectionLabels = {{"Standard", "Custom"}, {"Standard", "Custom"}};
 // Only file keys are known for the rudder location of a contra-rotating pair; the user never
 // picks it, so its labels are the keys.

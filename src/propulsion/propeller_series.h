@@ -12,7 +12,6 @@ namespace velmar {
 
 extern const LabelList kPropellerSeriesLabels;
 extern const LabelList kScaleCorrectionLabels;
-extern const LabelList kPropellerSeriesOffOnLabels;
 extern const LabelList kKTKQCorrectionLabels;
 extern const LabelList kCRPRudderLocationLabels;
 

@@ -11,29 +11,10 @@
 
 namespace velmar {
 
-namespace {
-// A label list written as (label, file key) pairs, so that index, label and key stay on one
-// line.
-LabelList Keyed(std::initializer_list<std::pair<const char*, const char*>> rows) {
-  LabelList list;
-  for (const auto& [label, key] : rows) {
-    list.labels.emplace_back(label);
-    list.keys.emplace_back(key);
-  }
-  return list;
-}
-}  // namespace
-
 const LabelList kPropulsorCalcTypeLabels = Keyed({{"Propeller series", "PropellerSeries"},
                                                   {"Aligned series", "AlignedPropellerSeries"},
                                                   {"KTKQ data", "KTKQData"},
                                                   {"Waterjet data", "WaterjetData"}});
-const LabelList kPropulsionInteractionEnabledLabels = {{"Off", "Calc", "Lock"},
-                                                       {"Off", "Calc", "Lock", "Enter"}};
-const LabelList kPropulsionInteractionTechniqueLabels = Keyed({{"Prediction", "Prediction"},
-                                                               {"Aligned prediction", "AlignedPrediction"},
-                                                               {"Scale from test", "ScaleFromTest"},
-                                                               {"Defined", "Defined"}});
 const LabelList kPropulsionInteractionMethodLabels = Keyed({
     {"Simple Ship", "SimpleShip"},  // 0
     {"Series 60", "Series60"},
@@ -48,7 +29,6 @@ const LabelList kPropulsionInteractionMethodLabels = Keyed({
     {"Blount/Fox", "Blount/Fox"},  // 10
     {"Simple Waterjet", "SimpleWaterjet"},
 });
-const LabelList kPropulsionOffOnLabels = {{"Off", "On"}, {"Off", "On"}};
 const LabelList kViscousScaleCorrMethodLabels = {{"Custom", "Standard"}, {"Custom", "Standard"}};
 const LabelList kCavCriteriaMethodLabels = Keyed({{"Keller eqn", "Keller"},
                                                   {"Manen line", "ManenLine"},

@@ -18,36 +18,13 @@ namespace velmar {
 class clsVXPropeller;
 
 extern const LabelList kPropulsorCalcTypeLabels;
-extern const LabelList kPropulsionInteractionEnabledLabels;  // Off, Calc, Lock (and the key Enter)
-extern const LabelList kPropulsionInteractionTechniqueLabels;
 extern const LabelList kPropulsionInteractionMethodLabels;
-extern const LabelList kPropulsionOffOnLabels;
 extern const LabelList kViscousScaleCorrMethodLabels;
 extern const LabelList kCavCriteriaMethodLabels;
 extern const LabelList kAnalysisTypeMethodLabels;
 extern const LabelList kCPPMethodLabels;
 extern const LabelList kEngineControlEnabledLabels;
 extern const LabelList kPropulsionFileIndexLabels;
-
-class clsVXPropeller;
-
-extern const LabelList kPropulsorCalcTypeLabels;
-extern const LabelList kPropulsionInteractionEnabledLabels;  // Off, Calc, Lock (and the key Enter)
-extern const LabelList kPropulsionInteractionTechniqueLabels;
-extern const LabelList kPropulsionInteractionMethodLabels;
-extern const LabelList kPropulsionOffOnLabels;
-extern const LabelList kViscousScaleCorrMethodLabels;
-extern const LabelList kCavCriteriaMethodLabels;
-extern const LabelList kAnalysisTypeMethodLabels;
-extern const LabelList kCPPMethodLabels;
-extern const LabelList kEngineControlEnabledLabels;
-extern const LabelList kPropulsionFileIndexLabels;
-
-// Text settings, which the field table cannot hold: name, caption, value of a new object, and
-// the field whose file tag the text's tag follows.
-#define VX_PROPULSION_TEXTS(T)                                                              \
-  T(PropulsionInteractionReferenceShip, "Reference ship:", "", PropulsionInteractionMethod) \
-  T(PropulsionInteractionDefinedSource, "Source:", "Manual", PropulsionInteractionMethod)
 
 class clsVXPropulsion : public DataClass {
  public:
@@ -69,7 +46,6 @@ class clsVXPropulsion : public DataClass {
   const std::shared_ptr<clsVXPropeller>& Propeller() const { return propeller_; }
   const std::shared_ptr<clsVXHull>& Hull() const { return hull_; }
   std::shared_ptr<clsVXPropulsion> CopyClass() const;
-
 
   // The label of an engine, waterjet or KTKQ file index (-1: the stored one): "None defined"
   // for 0; otherwise `description`, the Description of the engine, waterjet or propeller

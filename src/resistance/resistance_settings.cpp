@@ -8,25 +8,7 @@
 
 namespace velmar {
 
-namespace {
-// A label list written as (label, file key) pairs, so that index, label and key stay on one
-// line.
-LabelList Keyed(std::initializer_list<std::pair<const char*, const char*>> rows) {
-  LabelList list;
-  for (const auto& [label, key] : rows) {
-    list.labels.emplace_back(label);
-    list.keys.emplace_back(key);
-  }
-  return list;
-}
-}  // namespace
-
-const LabelList kHullDragEnabledLabels = {{"Off", "Calc", "Lock"}, {"Off", "Calc", "Lock", "Enter"}};
 const LabelList kDragEnabledLabels = {{"Off", "Calc", "Lock", "Enter"}, {"Off", "Calc", "Lock", "Enter"}};
-const LabelList kDragTechniqueLabels = Keyed({{"Prediction", "Prediction"},
-                                              {"Aligned prediction", "AlignedPrediction"},
-                                              {"Scale from test", "ScaleFromTest"},
-                                              {"Defined", "Defined"}});
 // clang-format off
 const LabelList kHullDragMethodLabels = Keyed({
     {"Holtrop", "Holtrop"},                           //  0
@@ -79,7 +61,6 @@ const LabelList kAppendageDragMethodLabels = Keyed({
 });
 // clang-format on
 const LabelList kHullDragExpansionDetailLabels = {{"Standard", "Custom"}, {"Standard", "Custom"}};
-const LabelList kResistanceOffOnLabels = {{"Off", "On"}, {"Off", "On"}};
 const LabelList kHullDragMethodCheckLabels = {{"OK", "Uncertain", "Fail", "Missing"},
                                               {"OK", "Uncertain", "Fail", "Missing"}};
 const LabelList kHumpMultiplierApplyFactorLabels = {{"Apply full", "Apply half (std)"},

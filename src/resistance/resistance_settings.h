@@ -11,12 +11,9 @@
 
 namespace velmar {
 
-extern const LabelList kHullDragEnabledLabels;  // Off, Calc, Lock (and the file key Enter)
 extern const LabelList kDragEnabledLabels;      // Off, Calc, Lock, Enter
-extern const LabelList kDragTechniqueLabels;
 extern const LabelList kHullDragMethodLabels;
 extern const LabelList kHullDragExpansionDetailLabels;
-extern const LabelList kResistanceOffOnLabels;
 extern const LabelList kHullDragMethodCheckLabels;
 extern const LabelList kHumpMultiplierApplyFactorLabels;
 extern const LabelList kPropulsorLiftCorrApplyFactorLabels;

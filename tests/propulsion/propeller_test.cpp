@@ -87,7 +87,7 @@ TEST(PropellerFieldsTest, LabelListsAndFileKeys) {
       {kPropellerTypeLabels, "FPP|CPP|CRP (Simple)", "FPP|CPP|CRPSimple"},
       {kScaleCorrectionLabels, "None|B Series|Equiv profile|Part ITTC|Full ITTC",
        "NoCorrection|BSeries|EquivProfile|PartITTC|FullITTC"},
-      {kPropellerSeriesOffOnLabels, "Off|On", "Off|On"},
+      {kOffOnLabels, "Off|On", "Off|On"},
       {kKTKQCorrectionLabels, "Standard|Custom", "Standard|Custom"},
       {kCRPRudderLocationLabels, "BehindPropeller|NoneOrFreeStream", "BehindPropeller|NoneOrFreeStream"},
       {kPropellerSizingIdentityLabels, "No sizing|By power|By thrust|By total drag",
