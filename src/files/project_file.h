@@ -1,12 +1,15 @@
 // The project file (*.vxvl) and its relatives: open and save of the whole project with
 // merge-on-save, the version rules, the common ship export (*.ship), reference ships, the
-// new-project template, the emergency "Error-" save, and the side files *.engn and *.task.
+// new-project template, the emergency "Error-" save, and the side files *.engn, *.task and
+// *.wjet.
 #pragma once
 
 #include <filesystem>
+#include <span>
 #include <string>
 
 #include "core/application.h"
+#include "core/format.h"
 #include "files/file_json.h"
 
 namespace velmar {
@@ -48,12 +51,22 @@ int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXSpeedPerfor
 int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXTaskList& obj);
 int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXTaskList& obj);
 
+// The date and time the file layer stamps: LastModified ("Medium Date" and "Short Time") and
+// the emergency save's name. A clock can be set for tests (nullptr: the system clock).
+void SetProjectFileClock(DateTime (*clock)());
+DateTime ProjectFileNow();
+std::string LastModifiedText();
+
+// The columns of the SpeedPerformance block in file order; mode 1 writes the first 16
+// (Speed to RelRotEfficiency).
+std::span<const std::string_view> SpeedPerformanceFileColumns(int mode = 0);
+
 // What opening a file found.
 struct OpenResult {
-  bool opened = false;        // false: the file does not exist, cannot be read, or is no project
-  bool current = true;        // false: some block reported a missing or unknown tag
-  std::string message;        // why it did not open, in the product's words
-  std::string warningText;    // the "Project file specification warning" detail, when not current
+  bool opened = false;      // false: the file does not exist, cannot be read, or is no project
+  bool current = true;      // false: some block reported a missing or unknown tag
+  std::string message;      // why it did not open, in the product's words
+  std::string warningText;  // the "Project file specification warning" detail, when not current
 };
 
 // Opens a project into App().primary (the caller has run NewProject). Never throws; a file
@@ -65,7 +78,11 @@ int SaveProjectFile(const std::filesystem::path& path);
 void ApplyProjectVersionRules();
 int ExportCommonShipObject(const std::filesystem::path& path);
 bool LoadReferenceShipData(const std::filesystem::path& path, ModelSet& target);
-// Wires the template reader into App().LoadTemplateFile.
+// Reads a template project over a fresh project's defaults. The new project keeps its own
+// identity (Project block); the template's results (every column but the speeds) and task
+// list are not taken over. False when the file is not a project.
+bool LoadTemplateFile(const std::filesystem::path& path);
+// Wires LoadTemplateFile into App().LoadTemplateFile.
 void InstallProjectFileHooks();
 // The emergency save after a data error: "Error-yyyymmdd-hhmm.vxvl" in `folder`; shows "File
 // Write Error" when it fails. Returns the path written (empty on failure).
@@ -77,5 +94,8 @@ bool ReadEngineFile(const std::filesystem::path& path, clsVXEngine& engine);
 bool WriteEngineFile(const std::filesystem::path& path, const clsVXEngine& engine);
 bool ReadTaskFile(const std::filesystem::path& path, clsVXTaskList& tasks);
 bool WriteTaskFile(const std::filesystem::path& path, const clsVXTaskList& tasks);
+// The waterjet side file *.wjet: the Waterjet block alone.
+bool ReadWaterjetFile(const std::filesystem::path& path, clsVXWaterjet& waterjet);
+bool WriteWaterjetFile(const std::filesystem::path& path, const clsVXWaterjet& waterjet);
 
 }  // namespace velmar
