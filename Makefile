@@ -2,10 +2,12 @@
 BUILD      ?= build
 BUILD_ASAN ?= build-asan
 BUILD_BENCH ?= build-bench
+BUILD_FUZZ ?= build-fuzz
+FUZZ_SECONDS ?= 60
 JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
 CLI        := $(BUILD)/velmar-cli
 
-.PHONY: all setup build run test test-asan bench format clean
+.PHONY: all setup build run test test-asan bench fuzz format clean
 
 all: build
 
@@ -17,10 +19,8 @@ build: setup
 	cmake --build $(BUILD) -j $(JOBS)
 
 run: build
-	@echo "== velmar-cli --version"; $(CLI) --version
-	@echo; echo "== velmar-cli units"; $(CLI) units
-	@echo; echo "== velmar-cli convert 1 Area ft2 mm2"; $(CLI) convert 1 Area ft2 mm2
-	@echo; echo "== velmar-cli water --type salt --temperature 10 --units si"; $(CLI) water --type salt --temperature 10 --units si
+	@echo "== velmar-cli info examples/cargo_ship_si.vxvl"; $(CLI) info examples/cargo_ship_si.vxvl
+	@echo; echo "== velmar-cli calc examples/cargo_ship_si.vxvl"; $(CLI) calc examples/cargo_ship_si.vxvl
 
 test: build
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
@@ -35,8 +35,28 @@ bench: setup
 	cmake --build $(BUILD_BENCH) -j $(JOBS)
 	$(BUILD_BENCH)/velmar-bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
 
+# The engine built by clang with the fuzzer's coverage and the sanitizers; each target in
+# fuzz/ linked against it and run for FUZZ_SECONDS, seeded with the example projects and the
+# damaged-file corpus. New inputs go to $(BUILD_FUZZ)/corpus-<target>, crashes to
+# $(BUILD_FUZZ)/crash-<target>-*.
+FUZZ_FLAGS := -g -O1 -fno-omit-frame-pointer -fsanitize=address,undefined -fno-sanitize-recover=undefined
+fuzz:
+	@bash scripts/setup --fuzz
+	cmake -S . -B $(BUILD_FUZZ) -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=clang++ -DVELMAR_TESTS=OFF \
+	  -DVELMAR_WERROR=OFF -DCMAKE_CXX_FLAGS="$(FUZZ_FLAGS) -fsanitize=fuzzer-no-link"
+	cmake --build $(BUILD_FUZZ) -j $(JOBS) --target velmar
+	@set -e; for src in fuzz/*.cpp; do \
+	  t=$$(basename $$src .cpp); \
+	  echo "== $$t"; \
+	  clang++ -std=c++20 $(FUZZ_FLAGS) -fsanitize=fuzzer -Isrc -I$(BUILD_FUZZ)/generated $$src \
+	    $(BUILD_FUZZ)/libvelmar.a -o $(BUILD_FUZZ)/$$t; \
+	  mkdir -p $(BUILD_FUZZ)/corpus-$$t; \
+	  $(BUILD_FUZZ)/$$t -max_total_time=$(FUZZ_SECONDS) -timeout=20 -rss_limit_mb=4096 \
+	    -artifact_prefix=$(BUILD_FUZZ)/crash-$$t- $(BUILD_FUZZ)/corpus-$$t examples tests/data/corrupt; \
+	done
+
 format:
 	git ls-files '*.cpp' '*.h' '*.def' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH)
+	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH) $(BUILD_FUZZ)

@@ -16,11 +16,7 @@ namespace {
 
 int g_exit = kExitOk;
 
-// A one-line message in the product's words; the command's exit code becomes 2.
-void UsageError(const std::string& message) {
-  std::cerr << "velmar-cli: " << message << "\n";
-  g_exit = kExitUsage;
-}
+void UsageError(const std::string& message) { Fail(kExitUsage, message); }
 
 // The index of a unit label in a family, exact first, then without regard to case; -1.
 int UnitIndex(const clsVXUnits& units, UnitFamily f, const std::string& label) {
@@ -117,8 +113,15 @@ void RunWater(const std::string& type, double temperature, const std::string& sy
 }  // namespace
 
 int ExitCode() { return g_exit; }
+void SetExitCode(int code) { g_exit = code; }
+void Fail(int code, const std::string& message) {
+  std::cerr << "velmar-cli: " << message << "\n";
+  g_exit = code;
+}
 
 void RegisterCommands(CLI::App& app) {
+  RegisterCalcCommands(app);
+  RegisterFileCommands(app);
   app.add_subcommand("units", "List the unit families with their units, factors and default formats")
       ->callback(RunUnits);
 

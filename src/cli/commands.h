@@ -2,8 +2,14 @@
 // code: 0 success, 1 a prediction failed, 2 a usage or file error.
 #pragma once
 
+#include <string>
+
 namespace CLI {
 class App;
+}
+
+namespace velmar {
+struct OpenResult;
 }
 
 namespace velmar::cli {
@@ -13,6 +19,14 @@ inline constexpr int kExitFailed = 1;
 inline constexpr int kExitUsage = 2;
 
 void RegisterCommands(CLI::App& app);
+void RegisterCalcCommands(CLI::App& app);
+void RegisterFileCommands(CLI::App& app);
 int ExitCode();
+void SetExitCode(int code);
+// Prints "velmar-cli: " and a one-line message to standard error and sets the exit code.
+void Fail(int code, const std::string& message);
+// Opens `path` into a fresh project (NewProject, then OpenProjectFile). False, with a
+// one-line message and exit code 2, when it does not exist or is not a project.
+bool OpenInput(const std::string& path, OpenResult& result);
 
 }  // namespace velmar::cli

@@ -21,6 +21,9 @@ extern const LabelList kBreakdownCheckLabels;   // OK, Indicated
 extern const LabelList kCavitationCheckLabels;  // OK, Uncertain, Fail, Missing
 extern const LabelList kSpeedRangeCheckLabels;  // BelowRange, OK, AboveRange
 
+// The design condition table offers ten speed cells: a project holds at most ten speeds.
+inline constexpr int kMaxSpeedCount = 10;
+
 class clsVXSpeedPerformance {
  public:
   enum class Field {

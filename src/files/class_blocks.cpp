@@ -386,7 +386,14 @@ int WriteFileBlock(clsVXFileJSON& file, JsonObject& root, const clsVXWaterjet& o
 // differing count is shown on reading). Float lists are written to 6 significant digits.
 int ReadFileBlock(clsVXFileJSON& file, JsonObject& root, clsVXSpeedPerformance& obj, int mode) {
   return ReadBlock(file, root, "SpeedPerformance", [&](const JsonObject& b) {
-    const std::int16_t count = file.GetIntegerFromBlockTag(b, "Count");
+    // A project holds at most ten speeds: a count outside 0 to 10 is damage, reported as an
+    // error line and held to the range, so that a damaged file cannot make a huge table.
+    std::int16_t count = file.GetIntegerFromBlockTag(b, "Count");
+    if (count < 0 || count > kMaxSpeedCount) {
+      file.AddError("SpeedPerformance \"Count\" [" + std::to_string(count) + " outside 0 to " +
+                    std::to_string(kMaxSpeedCount) + "]");
+      count = static_cast<std::int16_t>(std::clamp<int>(count, 0, kMaxSpeedCount));
+    }
     obj.count(count);
     obj.DesignSpeedIndex(file.GetIntegerFromBlockTag(b, "DesignSpeedIndex"));
     const auto rows = static_cast<size_t>(std::max(0, obj.count()));

@@ -1,29 +1,12 @@
 // velmar-cli end to end: output and exit codes of the first commands.
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
-#include <string>
-#include <sys/wait.h>
+#include "cli_run.h"
 
 namespace {
 
-struct CliRun {
-  std::string out;
-  int code;
-};
-
-// Runs velmar-cli with `args` through the shell; stdout and stderr together.
-CliRun Cli(const std::string& args) {
-  const std::string cmd = std::string(VELMAR_CLI_PATH) + " " + args + " 2>&1";
-  FILE* p = popen(cmd.c_str(), "r");
-  std::string out;
-  std::array<char, 4096> buf{};
-  size_t n;
-  while ((n = fread(buf.data(), 1, buf.size(), p)) > 0) out.append(buf.data(), n);
-  const int status = pclose(p);
-  return {out, WIFEXITED(status) ? WEXITSTATUS(status) : -1};
-}
+using velmar::testing::Cli;
+using velmar::testing::CliRun;
 
 TEST(Cli, ConvertPrintsTheValueAsTheProgramHoldsIt) {
   struct Case {

@@ -1,0 +1,62 @@
+// Fuzz target of the project reader and writer: the input is written to a file, opened as a
+// project over a fresh one, and the project is saved to a second file and opened again. Any
+// file must open or be refused with a message, and anything that opens must save.
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <string_view>
+
+#include "core/application.h"
+#include "core/ui_hooks.h"
+#include "files/project_file.h"
+
+namespace {
+
+// Questions take their default answer and messages are dropped, so memory stays flat.
+class SilentHooks : public velmar::UIHooks {
+ public:
+  velmar::Answer Ask(std::string_view, std::string_view, bool, velmar::Answer a) override { return a; }
+  void ShowMessage(std::string_view, std::string_view, int) override {}
+};
+
+// Two files of this process in the temporary folder, removed at exit.
+struct Paths {
+  std::filesystem::path dir, in, out;
+  Paths() {
+    dir = std::filesystem::temp_directory_path() / ("velmar-fuzz-" + std::to_string(std::random_device{}()));
+    std::filesystem::create_directories(dir);
+    in = dir / "input.vxvl";
+    out = dir / "saved.vxvl";
+  }
+  ~Paths() {
+    std::error_code ec;
+    std::filesystem::remove_all(dir, ec);
+  }
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static SilentHooks hooks;
+  static Paths paths;
+  velmar::SetHooks(&hooks);
+  {
+    std::ofstream f(paths.in, std::ios::binary | std::ios::trunc);
+    f.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+  }
+  std::error_code ec;
+  std::filesystem::remove(paths.out, ec);  // no merge with the previous run's output
+  velmar::NewProject();
+  const velmar::OpenResult r = velmar::OpenProjectFile(paths.in);
+  if (!r.opened) {
+    if (r.message.empty()) __builtin_trap();
+    return 0;
+  }
+  if (velmar::SaveProjectFile(paths.out) != 1) __builtin_trap();
+  velmar::NewProject();
+  if (!velmar::OpenProjectFile(paths.out).opened) __builtin_trap();
+  return 0;
+}

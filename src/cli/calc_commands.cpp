@@ -1,0 +1,246 @@
+// velmar-cli calc, influence and estimate: open a project, run the engine exactly as the
+// window program's commands do (headless hooks: questions take their default answer,
+// warnings go to standard error), and print the results.
+#include <CLI/CLI.hpp>
+
+#include <cmath>
+#include <cstdio>
+#include <iostream>
+
+#include "cli/commands.h"
+#include "core/application.h"
+#include "core/calculate.h"
+#include "core/constants.h"
+#include "core/format.h"
+#include "core/helpers.h"
+#include "core/ui_hooks.h"
+#include "files/project_file.h"
+#include "resistance/parameter_influence.h"
+#include "vessel/hull_estimates.h"
+
+namespace velmar::cli {
+namespace {
+
+// The columns a resistance run writes, in table order: the speed, the coefficients, the drag
+// components and the powers.
+const std::vector<std::string>& ResistanceColumns() {
+  static const std::vector<std::string> columns = {
+      "Speed",
+      "CoefFroudeLength",
+      "CoefFroudeVolume",
+      "CoefReynoldsLength",
+      "CoefDragBareHullFriction",
+      "CoefDragBareHullViscous",
+      "CoefDragBareHullResiduary",
+      "CoefDragBareHullRoughness",
+      "CoefDragBareHullCorrAllowance",
+      "CoefDragBareHull",
+      "CoefDragBareHullResiduaryTelfer",
+      "CoefDragBareHullTelfer",
+      "CoefDragBareHullWeightRatio",
+      "DragBareHullResiduary",
+      "DragBareHullIndividual",
+      "DragBareHull",
+      "DragAppendages",
+      "DragWind",
+      "DragSeas",
+      "DragChannel",
+      "DragMargin",
+      "DragTotal",
+      "PowerEffectiveBareHull",
+      "PowerEffectiveTotal",
+      "DragBareHullSpeedCheck",
+  };
+  return columns;
+}
+
+// Numbers for machines: 17 significant digits, '.' as the decimal separator.
+std::string Full(double v) {
+  char buf[40];
+  std::snprintf(buf, sizeof buf, "%.17g", v);
+  return buf;
+}
+
+std::string JsonString(std::string_view s) {
+  std::string out = "\"";
+  for (char c : s) {
+    switch (c) {
+      case '"': out += "\\\""; break;
+      case '\\': out += "\\\\"; break;
+      case '\n': out += "\\n"; break;
+      case '\r': out += "\\r"; break;
+      case '\t': out += "\\t"; break;
+      default:
+        if (static_cast<unsigned char>(c) < 0x20) {
+          char buf[8];
+          std::snprintf(buf, sizeof buf, "\\u%04x", c);
+          out += buf;
+        } else {
+          out += c;
+        }
+    }
+  }
+  return out + "\"";
+}
+
+std::string UnitLabel(const FieldDesc& d, const clsVXUnits& units) {
+  return d.family == UnitFamily::None ? "" : units.Label(d.family, kCurrent);
+}
+
+bool OpenForCommand(const std::string& path) {
+  OpenResult result;
+  return OpenInput(path, result);
+}
+
+void PrintTable(const clsVXSpeedPerformance& sp, const clsVXUnits& units, const std::vector<int>& cols) {
+  std::vector<std::vector<std::string>> cells(static_cast<size_t>(sp.count()) + 2);
+  for (int c : cols) {
+    const FieldDesc& d = clsVXSpeedPerformance::Column(c);
+    cells[0].push_back(*d.symbol ? d.symbol : d.name);
+    const std::string u = UnitLabel(d, units);
+    cells[1].push_back(u.empty() ? "-" : "[" + u + "]");
+    // A coefficient without a format of its own shows like its neighbours, to six decimals.
+    const bool plain = !*d.format && d.family == UnitFamily::None;
+    for (int r = 0; r < sp.count(); ++r)
+      cells[static_cast<size_t>(r) + 2].push_back(plain ? FormatNumber(sp.Raw(r, c), "0.000000") : sp.FormattedOf(r, c));
+  }
+  std::vector<size_t> width(cols.size(), 0);
+  for (const auto& row : cells)
+    for (size_t i = 0; i < row.size(); ++i) width[i] = std::max(width[i], row[i].size());
+  for (const auto& row : cells) {
+    for (size_t i = 0; i < row.size(); ++i)
+      std::cout << std::string(width[i] - row[i].size() + (i ? 2 : 0), ' ') << row[i];
+    std::cout << "\n";
+  }
+}
+
+void RunCalc(const std::string& path, const std::string& mode, const std::string& format, const std::string& out) {
+  const bool propulsion = EqualsNoCase(mode, "propulsion");
+  if (!propulsion && !EqualsNoCase(mode, "resistance")) return Fail(kExitUsage, "unknown mode \"" + mode + "\"; use resistance or propulsion");
+  if (!EqualsNoCase(format, "table") && !EqualsNoCase(format, "csv") && !EqualsNoCase(format, "json"))
+    return Fail(kExitUsage, "unknown format \"" + format + "\"; use table, csv or json");
+  if (!OpenForCommand(path)) return;
+  App().CurrentMode = propulsion ? Mode::Propulsion : Mode::Resistance;
+  const CalculateResult result = RunCalculate();
+  const ModelSet& p = App().primary;
+  const clsVXSpeedPerformance& sp = *p.SpeedPerformance;
+  const clsVXUnits& units = *p.Units;
+  std::vector<int> cols;
+  for (const std::string& name : ResistanceColumns()) cols.push_back(clsVXSpeedPerformance::ColumnIndex(name));
+  if (result.warningShown) std::cerr << StripControlChars(result.warning, true) << "\n";
+
+  if (EqualsNoCase(format, "json")) {
+    std::cout << "{\"mode\": " << JsonString(propulsion ? "propulsion" : "resistance")
+              << ", \"ok\": " << (result.ok ? "true" : "false") << ", \"warning\": " << JsonString(result.warning)
+              << ", \"units\": {";
+    bool first = true;
+    for (int c : cols) {
+      const FieldDesc& d = clsVXSpeedPerformance::Column(c);
+      if (d.family == UnitFamily::None) continue;
+      std::cout << (first ? "" : ", ") << JsonString(d.name) << ": " << JsonString(UnitLabel(d, units));
+      first = false;
+    }
+    std::cout << "}, \"rows\": [";
+    for (int r = 0; r < sp.count(); ++r) {
+      std::cout << (r ? ", " : "") << "{";
+      for (size_t i = 0; i < cols.size(); ++i)
+        std::cout << (i ? ", " : "") << JsonString(clsVXSpeedPerformance::Column(cols[i]).name) << ": "
+                  << Full(sp.Raw(r, cols[i]));
+      std::cout << "}";
+    }
+    std::cout << "]}\n";
+  } else if (EqualsNoCase(format, "csv")) {
+    for (size_t i = 0; i < cols.size(); ++i) std::cout << (i ? "," : "") << clsVXSpeedPerformance::Column(cols[i]).name;
+    std::cout << "\n";
+    for (size_t i = 0; i < cols.size(); ++i)
+      std::cout << (i ? "," : "") << UnitLabel(clsVXSpeedPerformance::Column(cols[i]), units);
+    std::cout << "\n";
+    for (int r = 0; r < sp.count(); ++r) {
+      for (size_t i = 0; i < cols.size(); ++i) std::cout << (i ? "," : "") << Full(sp.Raw(r, cols[i]));
+      std::cout << "\n";
+    }
+  } else {
+    std::cout << (propulsion ? "Propulsion" : "Resistance") << " prediction of " << p.Project->FileName << "\n\n";
+    std::vector<int> shown;
+    for (int c : cols)
+      if (*clsVXSpeedPerformance::Column(c).symbol) shown.push_back(c);
+    PrintTable(sp, units, shown);
+  }
+
+  if (!out.empty() && SaveProjectFile(out) != 1) return Fail(kExitUsage, "the project could not be saved to \"" + out + "\"");
+  if (!result.ok) SetExitCode(kExitFailed);
+}
+
+void RunInfluence(const std::string& path) {
+  if (!OpenForCommand(path)) return;
+  const ParameterInfluence pi = BuildParameterInfluence();
+  std::cout << "Parameter influence - " << pi.title << "\n";
+  if (pi.designSpeed && pi.basisOk)
+    std::cout << "Bare-hull drag at the design speed: " << FormatNumber(pi.basisDrag, App().primary.Units->ForceFormat())
+              << " " << App().primary.Units->GetUnitForceLabel(kCurrent) << "\n";
+  else if (!pi.designSpeed)
+    std::cout << "The speed table has no design speed.\n";
+  else
+    std::cerr << StripControlChars(pi.warning, true) << "\n";
+  std::cout << "\nPercent change of drag for one percent change of the parameter ('*': stronger than proportional)\n";
+  size_t w = 0;
+  for (const auto& r : pi.rows) w = std::max(w, Trim(r.caption).size());
+  for (const auto& r : pi.rows) {
+    const std::string caption = Trim(r.caption);
+    std::cout << "  " << caption << std::string(w - caption.size() + 2, ' ') << r.valueText
+              << (r.strongerThanProportional ? " *" : "") << "\n";
+  }
+  if (!pi.basisOk && pi.designSpeed) SetExitCode(kExitFailed);
+}
+
+void RunEstimate(const std::string& path, const std::string& itemName) {
+  EstimateItem item;
+  if (!EstimateItemFromName(itemName, item)) {
+    std::string names;
+    for (const std::string& n : EstimateItemNames()) names += (names.empty() ? "" : ", ") + n;
+    return Fail(kExitUsage, "unknown estimate item \"" + itemName + "\"; the items are " + names);
+  }
+  if (!OpenForCommand(path)) return;
+  const ModelSet& p = App().primary;
+  double designFn = 0.0;
+  const clsVXSpeedPerformance& sp = *p.SpeedPerformance;
+  if (sp.count() > 0 && sp.DesignSpeedIndex() >= 0 && sp.DesignSpeedIndex() < sp.count()) {
+    const double v = sp.Raw(sp.DesignSpeedIndex(), clsVXSpeedPerformance::ColumnIndex("Speed"));
+    const double l = p.Hull->Raw(p.Hull->FieldIndex("LengthWL"));
+    if (v > 0 && l > 0) {
+      const double vFt = p.Units->ConvertUnitSpeed(v, kFtPerSec, kCurrent);
+      const double lFt = p.Units->ConvertUnitLength(l, kFt, kCurrent);
+      designFn = vFt / std::sqrt(GravityFt * lFt);
+    }
+  }
+  const std::vector<EstimateRow> rows = EstimateList(item, *p.Hull, *p.ITTC78, designFn);
+  size_t w = 0;
+  for (const auto& r : rows) w = std::max(w, r.label.size());
+  for (const auto& r : rows)
+    std::cout << r.label << std::string(w - r.label.size() + 2, ' ') << (r.text.empty() ? "---" : r.text) << "\n";
+}
+
+}  // namespace
+
+void RegisterCalcCommands(CLI::App& app) {
+  auto* calc = app.add_subcommand("calc", "Open a project, run Calculate and print the results");
+  static std::string path, mode = "resistance", format = "table", out;
+  calc->add_option("FILE", path, "Project file (*.vxvl)")->required();
+  calc->add_option("--mode", mode, "resistance or propulsion")->capture_default_str();
+  calc->add_option("--format", format, "table, csv or json")->capture_default_str();
+  calc->add_option("-o,--output", out, "Save the project with its results to this file");
+  calc->callback([] { RunCalc(path, mode, format, out); });
+
+  auto* influence = app.add_subcommand("influence", "Parameter influence of the hull on the bare-hull drag");
+  static std::string influencePath;
+  influence->add_option("FILE", influencePath, "Project file (*.vxvl)")->required();
+  influence->callback([] { RunInfluence(influencePath); });
+
+  auto* estimate = app.add_subcommand("estimate", "Proposed values of one hull item");
+  static std::string estimatePath, item;
+  estimate->add_option("FILE", estimatePath, "Project file (*.vxvl)")->required();
+  estimate->add_option("ITEM", item, "HalfEntranceAngle, WaterplaneArea, WettedSurface, FormFactor, ...")->required();
+  estimate->callback([] { RunEstimate(estimatePath, item); });
+}
+
+}  // namespace velmar::cli

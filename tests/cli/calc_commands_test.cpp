@@ -1,0 +1,106 @@
+// velmar-cli calc, influence and estimate on the bundled examples: complete tables in every
+// format, a failed prediction with its warning and exit code 1, file errors with exit code 2.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <regex>
+
+#include "cli_run.h"
+
+namespace {
+
+using velmar::testing::Cli;
+using velmar::testing::CliRun;
+
+const std::string kExamples = std::string(VELMAR_TEST_DATA) + "/../../examples/";
+
+std::string Example(const char* name) { return kExamples + name; }
+
+// A copy of an example with one text replaced, in a temporary folder.
+std::string EditedCopy(const char* name, const std::string& from, const std::string& to) {
+  std::ifstream in(Example(name), std::ios::binary);
+  std::string text((std::istreambuf_iterator<char>(in)), {});
+  const size_t at = text.find(from);
+  EXPECT_NE(at, std::string::npos) << from;
+  if (at != std::string::npos) text.replace(at, from.size(), to);
+  const auto path = std::filesystem::temp_directory_path() / ("velmar_calc_" + std::string(name));
+  std::ofstream(path, std::ios::binary) << text;
+  return path.string();
+}
+
+TEST(CalcCommand, EveryExampleGivesACompletePlausibleTable) {
+  for (const char* name : {"cargo_ship_si.vxvl", "patrol_vessel_imperial.vxvl", "catamaran_ferry.vxvl"}) {
+    SCOPED_TRACE(name);
+    const CliRun r = Cli("calc " + Example(name) + " --format json", " 2>/dev/null");
+    ASSERT_EQ(r.code, 0) << r.out;
+    EXPECT_NE(r.out.find("\"ok\": true"), std::string::npos);
+    // Every row has a positive total drag and effective power, rising with speed.
+    const std::regex total("\"DragTotal\": ([0-9.eE+-]+)");
+    std::vector<double> totals;
+    for (auto it = std::sregex_iterator(r.out.begin(), r.out.end(), total); it != std::sregex_iterator(); ++it)
+      totals.push_back(std::stod((*it)[1]));
+    ASSERT_GE(totals.size(), 5u);
+    for (size_t i = 0; i < totals.size(); ++i) {
+      EXPECT_GT(totals[i], 0.0);
+      if (i) {
+        EXPECT_GT(totals[i], totals[i - 1]);
+      }
+    }
+    EXPECT_NE(r.out.find("\"PowerEffectiveTotal\": "), std::string::npos);
+  }
+}
+
+TEST(CalcCommand, FormatsCarryNamesUnitsAndFullPrecision) {
+  CliRun r = Cli("calc " + Example("cargo_ship_si.vxvl") + " --format csv");
+  ASSERT_EQ(r.code, 0);
+  EXPECT_EQ(r.out.rfind("Speed,CoefFroudeLength,", 0), 0u) << r.out.substr(0, 200);
+  EXPECT_NE(r.out.find("\nkt,,,"), std::string::npos);
+  EXPECT_NE(r.out.find(",kN,"), std::string::npos);
+  r = Cli("calc " + Example("patrol_vessel_imperial.vxvl") + " --format json");
+  EXPECT_NE(r.out.find("\"DragTotal\": \"lbf\""), std::string::npos);
+  EXPECT_TRUE(std::regex_search(r.out, std::regex("\"CoefDragBareHull\": 0\\.00[0-9]{15}")));
+  r = Cli("calc " + Example("cargo_ship_si.vxvl"));
+  EXPECT_NE(r.out.find("RTOTAL"), std::string::npos);
+  EXPECT_NE(r.out.find("[kN]"), std::string::npos);
+}
+
+TEST(CalcCommand, MissingLengthFailsWithTheWarningAndLosesNothing) {
+  const std::string path = EditedCopy("cargo_ship_si.vxvl", "\"LengthWL\": 205", "\"LengthWL\": 0");
+  const auto out = std::filesystem::temp_directory_path() / "velmar_calc_failed_out.vxvl";
+  std::filesystem::remove(out);
+  const CliRun r = Cli("calc " + path + " --format json -o " + out.string());
+  EXPECT_EQ(r.code, 1) << r.out;
+  EXPECT_NE(r.out.find("Length on waterline"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("\"ok\": false"), std::string::npos);
+  // The results saved are the ones the file had: the speeds stay, nothing was computed.
+  ASSERT_TRUE(std::filesystem::exists(out));
+  const CliRun again = Cli("calc " + out.string() + " --format csv", " 2>/dev/null");
+  EXPECT_EQ(again.code, 1);
+}
+
+TEST(CalcCommand, FileAndUsageErrorsExitWithTwo) {
+  const std::string notProject = (std::filesystem::temp_directory_path() / "velmar_not_a_project.vxvl").string();
+  std::ofstream(notProject) << "[1, 2, 3]";
+  for (const std::string& args : {std::string("calc /no/such/file.vxvl"), "calc " + notProject,
+                                  "calc " + Example("cargo_ship_si.vxvl") + " --mode towing",
+                                  "calc " + Example("cargo_ship_si.vxvl") + " --format xml",
+                                  "estimate " + Example("cargo_ship_si.vxvl") + " Colour"}) {
+    const CliRun r = Cli(args);
+    EXPECT_EQ(r.code, 2) << args << ": " << r.out;
+    EXPECT_EQ(r.out.rfind("velmar-cli: ", 0), 0u) << args << ": " << r.out;
+  }
+}
+
+TEST(CalcCommand, InfluenceAndEstimate) {
+  CliRun r = Cli("influence " + Example("cargo_ship_si.vxvl"));
+  ASSERT_EQ(r.code, 0) << r.out;
+  EXPECT_NE(r.out.find("Parameter influence - Holtrop"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("Length on WL:"), std::string::npos);
+  r = Cli("estimate " + Example("cargo_ship_si.vxvl") + " WettedSurface");
+  ASSERT_EQ(r.code, 0) << r.out;
+  EXPECT_NE(r.out.find("Holtrop"), std::string::npos);
+  EXPECT_NE(r.out.find("Denny"), std::string::npos);
+}
+
+}  // namespace
