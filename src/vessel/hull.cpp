@@ -106,8 +106,8 @@ bool Fails(Test t, double limit, double v) {
   return false;
 }
 
-template <class Spec, size_t N>
-constexpr bool InEnumOrder(const Spec (&table)[N]) {
+template <class Row, size_t N>
+constexpr bool InEnumOrder(const Row (&table)[N]) {
   for (size_t i = 0; i < N; ++i) {
     if (static_cast<size_t>(table[i].id) != i) return false;
   }
@@ -125,7 +125,7 @@ double T(const H& h) { return h.DraftSubmergedMax(kFt); }
 double AX(const H& h) { return h.AreaSectMax(kFt2); }
 double LP(const H& h) { return h.LengthProjPlaningBottom(kFt); }
 
-struct CoefSpec {
+struct CoefRow {
   C id;
   Test test;
   double limit;
@@ -137,7 +137,7 @@ struct CoefSpec {
 };
 
 // clang-format off
-constexpr CoefSpec kCoefs[] = {
+constexpr CoefRow kCoefs[] = {
     {C::CoefBlock, NotPosOrAbove, 1.1, "CB coefficient", "CB",
      {F::Displacement, F::LengthWL, F::DraftSubmergedMax, F::BeamWLMax},
      [](const H& h) { return Vol(h) / (L(h) * B(h) * T(h)); }},
@@ -212,7 +212,7 @@ double WeightFromKg(const H& h, double kg) { return h.Units()->ConvertUnitWeight
 // The reference of CS, sqrt(volume x LWL), in metres.
 double SqrtVolLMetric(const H& h) { return std::sqrt(h.DisplacementVolume(kM) * h.LengthWL(kM)); }
 
-struct InverseSpec {
+struct InverseRow {
   I id;
   Test test;
   double limit;
@@ -223,7 +223,7 @@ struct InverseSpec {
 };
 
 // clang-format off
-constexpr InverseSpec kInverses[] = {
+constexpr InverseRow kInverses[] = {
     // Tests the displacement against the limits of CB: a diagnostic of the entry.
     {I::GetDisplacementFromCb, NotPosOrAtLeast, 1.1, "CB coefficient",
      {F::LengthWL, F::BeamWLMax, F::DraftSubmergedMax}, [](const H& h, double c) {
@@ -338,7 +338,7 @@ double clsVXHull::DisplacementVolume(int unit) const {
 }
 
 double clsVXHull::Coefficient(Coef c) const {
-  const CoefSpec& s = kCoefs[static_cast<size_t>(c)];
+  const CoefRow& s = kCoefs[static_cast<size_t>(c)];
   const double v = InputsPositive(*this, s.inputs) ? s.formula(*this) : 0.0;
   const double tested = s.tested == Coef::Count ? v : Coefficient(s.tested);
   if (Fails(s.test, s.limit, tested)) Push(*s.word ? s.word : s.symbol);
@@ -350,7 +350,7 @@ std::string clsVXHull::CoefficientSymbol(Coef c) const { return kCoefs[static_ca
 std::string clsVXHull::CoefficientFormatted(Coef c) const { return FormatNumber(Coefficient(c), "0.000"); }
 
 double clsVXHull::InverseOf(Inverse f, double coef) const {
-  const InverseSpec& s = kInverses[static_cast<size_t>(f)];
+  const InverseRow& s = kInverses[static_cast<size_t>(f)];
   double v = 0.0;
   if (InputsPositive(*this, s.inputs) && coef > 0.0) {
     v = s.formula(*this, coef);

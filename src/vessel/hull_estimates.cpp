@@ -326,7 +326,7 @@ constexpr Proposal kFormFactor[] = {
 // An item: its command-line name, the field its value belongs to (first) and other field
 // names that open the same list, whether that field is one of the ITTC-78 settings, and
 // its proposals.
-struct ItemSpec {
+struct ItemRow {
   EstimateItem item;
   const char* name;
   std::array<const char*, 2> fields;
@@ -334,7 +334,7 @@ struct ItemSpec {
   std::span<const Proposal> proposals;
 };
 
-const ItemSpec kItems[] = {
+const ItemRow kItems[] = {
     {EstimateItem::HalfEntranceAngle, "HalfEntranceAngle", {"AngleHalfEntDeg"}, false, kHalfEntranceAngle},
     {EstimateItem::WaterplaneArea, "WaterplaneArea", {"AreaWaterplane"}, false, kWaterplaneArea},
     {EstimateItem::LongitudinalCentre,
@@ -357,9 +357,9 @@ const ItemSpec kItems[] = {
     {EstimateItem::FormFactor, "FormFactor", {"HullFormFactor"}, true, kFormFactor},
 };
 
-const ItemSpec& SpecOf(EstimateItem item) {
+const ItemRow& ItemRowOf(EstimateItem item) {
   return *std::find_if(std::begin(kItems), std::end(kItems),
-                       [item](const ItemSpec& s) { return s.item == item; });
+                       [item](const ItemRow& s) { return s.item == item; });
 }
 
 // A value as text in the format of a field: its fixed format, else its family's format.
@@ -374,7 +374,7 @@ std::string TextInFormat(const DataClass& owner, const char* fieldName, double v
 }  // namespace
 
 bool EstimateItemFromName(const std::string& name, EstimateItem& item) {
-  for (const ItemSpec& s : kItems) {
+  for (const ItemRow& s : kItems) {
     const bool field = std::any_of(s.fields.begin(), s.fields.end(),
                                    [&name](const char* f) { return f && EqualsNoCase(name, f); });
     if (EqualsNoCase(name, s.name) || field) {
@@ -388,7 +388,7 @@ bool EstimateItemFromName(const std::string& name, EstimateItem& item) {
 const std::vector<std::string>& EstimateItemNames() {
   static const std::vector<std::string> names = [] {
     std::vector<std::string> n;
-    for (const ItemSpec& s : kItems) n.emplace_back(s.name);
+    for (const ItemRow& s : kItems) n.emplace_back(s.name);
     return n;
   }();
   return names;
@@ -398,18 +398,18 @@ const std::vector<std::string>& EstimateItemNames() {
 // at the end, so opening a list changes neither the hull's error stack nor a pending cause.
 std::vector<EstimateRow> EstimateList(EstimateItem item, const clsVXHull& hull,
                                       const clsVXITTC78Expansion& ittc78, double designFn) {
-  const ItemSpec& spec = SpecOf(item);
+  const ItemRow& itemRow = ItemRowOf(item);
   const std::string location = GetCalcLocation();
   const auto copy = hull.CopyClass();
   const Context context{*copy, designFn};
-  const DataClass& owner = spec.ofSettings ? static_cast<const DataClass&>(ittc78) : *copy;
+  const DataClass& owner = itemRow.ofSettings ? static_cast<const DataClass&>(ittc78) : *copy;
   std::vector<EstimateRow> rows;
-  for (const Proposal& p : spec.proposals) {
+  for (const Proposal& p : itemRow.proposals) {
     EstimateRow row{p.label, 0.0, ""};
     try {
       if (const auto v = p.rule ? p.rule(context) : std::nullopt) {
         row.value = *v;
-        row.text = TextInFormat(owner, spec.fields[0], *v);
+        row.text = TextInFormat(owner, itemRow.fields[0], *v);
       }
     } catch (...) {
       row.value = 0.0;  // a missing link or unit: the proposal stays empty
