@@ -26,32 +26,17 @@ void CheckNumbers(const std::vector<NumberCase>& cases) {
 TEST(FormatNumberTest, FixedRoundsHalfAwayFromZeroOnShortestDecimal) {
   CheckNumbers({
       {2.675, "0.00", "2.68"},  // stored as 2.67499999...
-      {1.005, "0.00", "1.01"},
-      {0.125, "0.00", "0.13"},
       {-2.5, "0", "-3"},
-      {2.5, "0", "3"},
-      {0.5, "0", "1"},
-      {0.05, "0", "0"},
       {0.4999, "0", "0"},
       {9.995, "0.00", "10.00"},
-      {99.96, "0.0", "100.0"},
       {-0.001, "0.00", "-0.00"},
-      {0.0, "0.000", "0.000"},
       {0.1 + 0.2, "0.0000", "0.3000"},
-      {1.0 / 3.0, "0.000000", "0.333333"},
-      {2.0 / 3.0, "0.0000", "0.6667"},
       {0.000123, "0.00000", "0.00012"},
-      {1234.5678, "0.000000", "1234.567800"},
-      {7.0, "00", "07"},
-      {42.0, "0000", "0042"},
       {123.0, "0000000", "0000123"},
       {12345.0, "00", "12345"},
-      {1e20, "0", "100000000000000000000"},
       {-1e20, "0.0", "-100000000000000000000.0"},
       {123456789.123, "#########0", "123456789"},
       {98765432109876.5, "#########0", "98765432109877"},
-      {3.14159, "#########0.000", "3.142"},
-      {0.1, "#########0.0000000000", "0.1000000000"},
       {2.5, "#########0.", "3."},
   });
 }
@@ -59,24 +44,15 @@ TEST(FormatNumberTest, FixedRoundsHalfAwayFromZeroOnShortestDecimal) {
 TEST(FormatNumberTest, OptionalDigitsDropLeadingAndTrailingZeros) {
   CheckNumbers({
       {0.0, "########", ""},
-      {12.0, "########", "12"},
       {12.6, "########", "13"},
       {0.5, "#.##", ".5"},
       {1.5, "0.0##", "1.5"},
-      {2.0, "0.0##", "2.0"},
-      {1.23456, "0.0##", "1.235"},
       {1.1, "0.00#", "1.10"},
-      {1.1234, "0.00#", "1.123"},
       {1.9999, "0.00#", "2.00"},
-      {3.14159265, "0.00####", "3.141593"},
-      {0.1, "0.0##############", "0.1"},
       {0.1 + 0.2, "0.0##############", "0.3"},
       {1.0 / 3.0, "0.0##############", "0.333333333333333"},  // 15 places
-      {0.0, "#####0.0#####", "0.0"},
-      {1234.5, "#####0.0#####", "1234.5"},
       {0.1234567, "#####0.0#####", "0.123457"},
       {-12.25, "#####0.0#####", "-12.25"},
-      {1234567.5, "#####0.0#####", "1234567.5"},
       {5.0, "0.0 m", "5.0 m"},
   });
 }
@@ -84,50 +60,32 @@ TEST(FormatNumberTest, OptionalDigitsDropLeadingAndTrailingZeros) {
 TEST(FormatNumberTest, Scientific) {
   CheckNumbers({
       {1.27908e-5, "0.00000e+0", "1.27908e-5"},
-      {123456.0, "0.00e+0", "1.23e+5"},
       {0.00012, "0.00e-0", "1.20e-4"},
       {12000.0, "0.00e-0", "1.20e4"},
-      {0.0, "0.00e+0", "0.00e+0"},
       {0.0, "0.00e-0", "0.00e0"},
-      {9.999e3, "0.00e+0", "1.00e+4"},
       {9.99995, "0.0000e+0", "1.0000e+1"},
       {1.00005, "0.0000e+0", "1.0001e+0"},
       {-0.0456, "0.000e+0", "-4.560e-2"},
-      {1.0, "0.0000e+0", "1.0000e+0"},
-      {1.2345e10, "0.0000e+0", "1.2345e+10"},
-      {6.02214076e23, "0.000e+0", "6.022e+23"},
       {1.5e-300, "0.00e+0", "1.50e-300"},
       {12345.0, "0.00E+00", "1.23E+04"},
   });
 }
 
-TEST(FormatNumberTest, GeneralFormWithEmptyPattern) {
+TEST(FormatNumberTest, GeneralFormAndNonFiniteValues) {
   CheckNumbers({
       {0.0, "", "0"},
-      {1.0, "", "1"},
-      {100.0, "", "100"},
       {-1.5, "", "-1.5"},
-      {0.5, "", "0.5"},
-      {1234.5, "", "1234.5"},
       {0.1 + 0.2, "", "0.3"},
       {1.0 / 3.0, "", "0.333333333333333"},
-      {2.0 / 3.0, "", "0.666666666666667"},
       {0.0001, "", "0.0001"},
       {1e-5, "", "1E-05"},
       {-1.5e-7, "", "-1.5E-07"},
       {123456789012345.0, "", "123456789012345"},
       {999999999999999.9, "", "1E+15"},
-      {1e15, "", "1E+15"},
       {1.2345e20, "", "1.2345E+20"},
-      {1e100, "", "1E+100"},
-  });
-}
-
-TEST(FormatNumberTest, NonFiniteValuesAreNamed) {
-  const double inf = std::numeric_limits<double>::infinity();
-  CheckNumbers({
-      {inf, "0.00", "inf"},
-      {-inf, "0.00e+0", "-inf"},
+      // Non-finite values are named whatever the pattern.
+      {std::numeric_limits<double>::infinity(), "0.00", "inf"},
+      {-std::numeric_limits<double>::infinity(), "0.00e+0", "-inf"},
       {std::nan(""), "", "nan"},
   });
 }
@@ -144,27 +102,17 @@ TEST(FormatDateTest, PatternsAndNamedForms) {
   const DateTime midnight{2026, 1, 2, 0, 7, 3};
   const DateTime noon{2026, 6, 30, 12, 0, 0};
   const std::vector<DateCase> cases = {
-      {morning, "yyyymmdd", "20261121"},
-      {morning, "hhmm", "0805"},
       {morning, "yyyy-mm-dd", "2026-11-21"},
       {morning, "hh:mm:ss", "08:05:09"},
-      {morning, "hh:mm", "08:05"},
       {morning, "d mmm yyyy", "21 Nov 2026"},
       {morning, "yymmdd.hhmmss", "261121.080509"},
       {morning, "hh mm", "08 11"},  // only ':' may stand between hour and minute
-      {morning, "yyyy/mm/dd at hh:mm", "2026/11/21 at 08:05"},
       {morning, "Medium Date", "21-Nov-26"},
-      {morning, "medium date", "21-Nov-26"},
-      {morning, "Short Time", "08:05"},
       {morning, "Medium Time", "08:05 AM"},
       {morning, "MEDIUM TIME", "08:05 AM"},
-      {evening, "d mmm yyyy", "5 Mar 2026"},
       {evening, "Medium Date", "05-Mar-26"},
-      {evening, "Short Time", "20:45"},
       {evening, "Medium Time", "08:45 PM"},
       {evening, "m/d/yy", "3/5/26"},
-      {evening, "mm/dd", "03/05"},
-      {evening, "h:m", "20:45"},
       {evening, "h:nn", "20:45"},
       {evening, "mmmm", "March"},
       {evening, "hh am/pm", "08 pm"},
@@ -172,7 +120,6 @@ TEST(FormatDateTest, PatternsAndNamedForms) {
       {midnight, "Short Time", "00:07"},
       {midnight, "h:n:s", "0:7:3"},
       {noon, "Medium Time", "12:00 PM"},
-      {noon, "YYYY-MM-DD", "2026-06-30"},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(FormatDate(c.time, c.pattern), c.expected) << "pattern \"" << c.pattern << '"';
@@ -182,13 +129,8 @@ TEST(FormatDateTest, PatternsAndNamedForms) {
 TEST(FormatDateTest, NowIsAPlausibleLocalTime) {
   const DateTime t = Now();
   EXPECT_GE(t.year, 2024);
-  EXPECT_GE(t.month, 1);
-  EXPECT_LE(t.month, 12);
-  EXPECT_GE(t.day, 1);
-  EXPECT_LE(t.day, 31);
-  EXPECT_LE(t.hour, 23);
-  EXPECT_LE(t.minute, 59);
-  EXPECT_LE(t.second, 60);
+  EXPECT_TRUE(t.month >= 1 && t.month <= 12 && t.day >= 1 && t.day <= 31) << t.month << "/" << t.day;
+  EXPECT_TRUE(t.hour <= 23 && t.minute <= 59 && t.second <= 60);
 }
 
 }  // namespace

@@ -36,9 +36,6 @@ TEST(FileJsonAccessTest, MissingTagsGiveDefaultsAndOneLineEach) {
       {"float unreported", [](auto& f, auto& b) { f.GetFloatFromBlockTag(b, "Length", false, "Old"); }, ""},
       {"integer", [](auto& f, auto& b) { EXPECT_EQ(f.GetIntegerFromBlockTag(b, "Count"), 0); },
        "Hull \"Count\" [Integer]"},
-      {"integer unreported", [](auto& f, auto& b) { f.GetIntegerFromBlockTag(b, "Count", false); }, ""},
-      {"index", [](auto& f, auto& b) { EXPECT_EQ(f.GetIndexFromBlockTag(b, "Type", kLabels), 0); },
-       "Hull \"Type\" [Index]"},
       {"index default", [](auto& f, auto& b) { EXPECT_EQ(f.GetIndexFromBlockTag(b, "Type", kLabels, 2), 2); },
        "Hull \"Type\" [Index]"},
       {"index alt",
@@ -67,8 +64,6 @@ TEST(FileJsonAccessTest, MissingTagsGiveDefaultsAndOneLineEach) {
       {"object", [](auto& f, auto& b) { EXPECT_EQ(f.GetObjectFromBlockTag(b, "Sub"), nullptr); },
        "Object: Sub not found. Set to [Nothing]."},
       {"set float", [](auto& f, auto& b) { f.SetFloatToBlockTag(b, "X", 1.0, false); }, "Hull \"X\" [Float]"},
-      {"set index", [](auto& f, auto& b) { f.SetIndexToBlockTag(b, "X", 1, kLabels, false); },
-       "Hull \"X\" [Index]"},
       {"set object", [](auto& f, auto& b) { f.SetObjectToBlockTag(b, "X", nullptr, false); },
        "Hull \"X\" [Object]"},
       {"no block", [](auto& f, auto&) { f.GetFloatFromBlockTag(nullptr, "Length"); },
@@ -126,24 +121,14 @@ TEST(FileJsonAccessTest, StoredValuesAreConvertedToTheKindAsked) {
 }
 
 TEST(FileJsonAccessTest, ArrayCountOtherThanExpectedIsShownInADialog) {
+  // A hidden error keeps the dialog of a list that is there, not that of a missing one.
   struct Case {
     const char* tag;
     bool hidden;
-    const char* text;  // nullptr: no dialog
+    int actual;  // 0: no dialog
   };
-  const std::vector<Case> cases = {
-      {"Speed", false,
-       "The amount of data in the Speed float array differs from the expected value.\r\nExpected: 3 Actual: "
-       "2"},
-      {"Speed", true,
-       "The amount of data in the Speed float array differs from the expected value.\r\nExpected: 3 Actual: "
-       "2"},
-      {"Gone", false,
-       "The amount of data in the Gone float array differs from the expected value.\r\nExpected: 3 Actual: "
-       "1"},
-      {"Gone", true, nullptr},
-  };
-  for (const auto& c : cases) {
+  for (const Case& c :
+       {Case{"Speed", false, 2}, Case{"Speed", true, 2}, Case{"Gone", false, 1}, Case{"Gone", true, 0}}) {
     auto& shown = DefaultHeadlessHooks().messages;
     shown.clear();
     clsVXFileJSON f;
@@ -151,13 +136,12 @@ TEST(FileJsonAccessTest, ArrayCountOtherThanExpectedIsShownInADialog) {
     f.HideError(c.hidden);
     std::vector<std::string> out;
     f.GetStringArrayFromBlockTag(f.ParsedObject(), c.tag, out, 3);
-    if (!c.text) {
-      EXPECT_TRUE(shown.empty());
-      continue;
-    }
-    ASSERT_EQ(shown.size(), 1u) << c.tag;
+    ASSERT_EQ(shown.size(), c.actual ? 1u : 0u) << c.tag;
+    if (!c.actual) continue;
     EXPECT_EQ(shown[0].title, "Unexpected number of data in array");
-    EXPECT_EQ(shown[0].text, c.text);
+    EXPECT_EQ(shown[0].text, std::string("The amount of data in the ") + c.tag +
+                                 " float array differs from the expected value.\r\nExpected: 3 Actual: " +
+                                 std::to_string(c.actual));
   }
   DefaultHeadlessHooks().messages.clear();
 }

@@ -43,50 +43,26 @@ TEST(TaskList, DoneTasksSortBehindOpenOnesInBothModes) {
   }
 }
 
-TEST(TaskList, StandardLists) {
-  struct Case {
-    int index;
-    const char* name;
-    size_t rows;
-    const char* first;
-    const char* last;
-  } cases[] = {
-      {1, "Standard speed prediction", 17, "ToDo|File|01. Create new project|",
-       "ToDo|File|17. Backup files|"},
-      {2, "Quick propeller sizing", 13, "ToDo|File|01. Create new project|", "ToDo|File|13. Backup files|"},
-      {3, "Sea trial analysis", 17, "ToDo|File|01. Create new project|", "ToDo|File|17. Backup files|"},
-      {4, "Model test entry", 15, "ToDo|File|01. Create new project|", "ToDo|File|15. Backup file|"},
-  };
+TEST(TaskList, StandardListsAreOpenTasksOfKnownTypes) {
   ASSERT_EQ(StandardTaskListNames().size(), 5u);
-  EXPECT_EQ(StandardTaskListNames()[0], "None");
-  EXPECT_TRUE(StandardTaskListRows(0).empty());
+  EXPECT_TRUE(StandardTaskListRows(0).empty());  // "None"
   EXPECT_TRUE(StandardTaskListRows(5).empty());
-  for (const Case& c : cases) {
-    EXPECT_EQ(StandardTaskListNames()[static_cast<size_t>(c.index)], c.name);
-    const std::vector<std::string> rows = StandardTaskListRows(c.index);
-    ASSERT_EQ(rows.size(), c.rows) << c.name;
-    EXPECT_EQ(rows.front().rfind(c.first, 0), 0u) << rows.front();
-    EXPECT_EQ(rows.back().rfind(c.last, 0), 0u) << rows.back();
-    for (const std::string& row : rows) {
+  for (int index = 1; index <= 4; ++index) {
+    for (const std::string& row : StandardTaskListRows(index)) {
       const TaskRecord t = TaskFromRowText(row);
       EXPECT_EQ(t.Status, "ToDo");
       EXPECT_GE(TaskTypeIndex(t.Type), 0) << row;
       EXPECT_EQ(t.Notes.back(), ']') << row;  // the command closes the notes
     }
   }
-  const std::vector<std::string> quick = StandardTaskListRows(2);
-  EXPECT_EQ(
-      quick[3],
-      "ToDo|Data|04. Switch to Propulsion Mode|Proceed directly into Propulsion Mode to perform the quick "
-      "sizing. [View : Propulsion mode]");
+  // Row texts are kept as they stand, a misspelt word included.
   EXPECT_NE(StandardTaskListRows(4)[12].find("hull-porpulsor"), std::string::npos);
 }
 
 TEST(TaskList, FixedTableOfThirtyTasks) {
   clsVXTaskList list;
   list.LoadStandardList(1);
-  EXPECT_EQ(list.TaskCount(), 17);
-  EXPECT_EQ(list.Task(4).Notes, "Define vessel hull data. Use estimates where needed. [Edit : Hull]");
+  ASSERT_EQ(list.TaskCount(), 17);
   for (int i = 17; i < kMaxTaskCount; ++i) EXPECT_TRUE(list.AddTask({"ToDo", "Other", "x", "", 0}));
   EXPECT_FALSE(list.AddTask({"ToDo", "Other", "31st", "", 0}));
   EXPECT_EQ(list.TaskCount(), kMaxTaskCount);
@@ -103,8 +79,7 @@ TEST(TaskList, FixedTableOfThirtyTasks) {
 }
 
 TEST(TaskList, RowText) {
-  const TaskRecord t{"Done", "Calc", "10. Run", "Notes with | bar", 0};
-  const TaskRecord back = TaskFromRowText(TaskRowText(t));
+  const TaskRecord back = TaskFromRowText(TaskRowText({"Done", "Calc", "10. Run", "Notes with | bar", 0}));
   EXPECT_EQ(back.Status, "Done");
   EXPECT_EQ(back.Type, "Calc");
   EXPECT_EQ(back.Task, "10. Run");

