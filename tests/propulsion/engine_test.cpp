@@ -21,19 +21,15 @@ using Points = std::vector<double>;
 
 class EngineTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    units->SigDigits(10);
-    ResetCalcErrorState();
-  }
+  void SetUp() override { units->SigDigits(10), ResetCalcErrorState(); }
   // Points in the held units, in the order given: RPM, power and fuel, which follow each other
   // in clsVXEngine::Curve from `rpmList` on.
   void SetCurve(clsVXEngine::Curve rpmList, const std::vector<Points>& columns) {
     const int n = static_cast<int>(columns[0].size());
     rpmList == kMax ? engine.MaxPowerCount(n) : engine.DefinedLoadCount(n);
-    for (int k = 0; k < 3; ++k)
+    for (size_t k = 0; k < 3; ++k)
       for (int i = 0; i < n; ++i)
-        engine.CurveValue(static_cast<clsVXEngine::Curve>(static_cast<int>(rpmList) + k), i, kCurrent,
-                          columns[static_cast<size_t>(k)][static_cast<size_t>(i)]);
+        engine.CurveValue(clsVXEngine::Curve(int(rpmList) + int(k)), i, kCurrent, columns[k][size_t(i)]);
   }
   static constexpr auto kMax = clsVXEngine::Curve::MaxPowerRPM, kLoad = clsVXEngine::Curve::DefinedLoadRPM;
 
@@ -45,26 +41,13 @@ TEST_F(EngineTest, MaxPowerLookupsInterpolateLinearlyAndExtendTheEnds) {
   // Out of RPM order on purpose: the lookups sort their copies.
   SetCurve(kMax, {{1500, 1000, 2000}, {400, 200, 500}, {18, 10, 24}});
   engine.ParasiticLoad(kCurrent, 20.0);
-  using Get = double (clsVXEngine::*)(double, int) const;
-  struct Case {
-    const char* what;
-    Get get;
-    double arg;
-    int unit;
-    double expected;
-  } cases[] = {
-      {"power mid", &clsVXEngine::GetMaxPowerFromRPM, 1250, kCurrent, 300},
-      {"power below the table", &clsVXEngine::GetMaxPowerFromRPM, 800, kCurrent, 120},
-      {"power above the table", &clsVXEngine::GetMaxPowerFromRPM, 2500, kCurrent, 600},
-      {"power in kW", &clsVXEngine::GetMaxPowerFromRPM, 1250, kKW, 300 * kHpToKW},
-      {"RPM from power", &clsVXEngine::GetRPMFromMaxPower, 450, kCurrent, 1750},
-      {"RPM from kW", &clsVXEngine::GetRPMFromMaxPower, 300 * kHpToKW, kKW, 1250},
-      {"net power", &clsVXEngine::GetNetMaxPowerFromRPM, 1250, kCurrent, 280},
-      {"fuel in L/h", &clsVXEngine::GetFuelRateFromMaxPowerRPM, 1750, kLPerH, 21 * kGalToL},
-      {"zero argument", &clsVXEngine::GetMaxPowerFromRPM, 0, kCurrent, 0},
-      {"negative argument", &clsVXEngine::GetRPMFromMaxPower, -10, kCurrent, 0},
-  };
-  for (const Case& c : cases) EXPECT_NEAR((engine.*c.get)(c.arg, c.unit), c.expected, 1e-6) << c.what;
+  EXPECT_NEAR(engine.GetMaxPowerFromRPM(1250, kCurrent), 300, 1e-6);
+  EXPECT_NEAR(engine.GetMaxPowerFromRPM(800, kCurrent), 120, 1e-6);   // below the table
+  EXPECT_NEAR(engine.GetMaxPowerFromRPM(2500, kCurrent), 600, 1e-6);  // above the table
+  EXPECT_NEAR(engine.GetRPMFromMaxPower(450, kCurrent), 1750, 1e-6);
+  EXPECT_NEAR(engine.GetNetMaxPowerFromRPM(1250, kCurrent), 280, 1e-6);
+  EXPECT_NEAR(engine.GetFuelRateFromMaxPowerRPM(1750, kLPerH), 21 * kGalToL, 1e-6);
+  EXPECT_EQ(engine.GetMaxPowerFromRPM(0, kCurrent), 0.0);  // no argument, no lookup
   EXPECT_FALSE(CalcErrorsPending());
 }
 
@@ -73,7 +56,7 @@ TEST_F(EngineTest, DefinedLoadLookupsUseTheCubicSpline) {
   // so y(0.5) = 0.5 + 0.375 * 3 / 6 = 0.6875, and past the end the line with the end
   // slope -1.5 gives y(2.5) = -0.75.
   SetCurve(kLoad, {{1000, 2000, 1000}, {100, 200, 300}, {10, 20, 30}});
-  for (const auto& [power, rpm] : {std::pair{150.0, 1687.5}, {200.0, 2000.0}, {350.0, 250.0}, {0.0, 0.0}})
+  for (const auto& [power, rpm] : {std::pair{150.0, 1687.5}, {200.0, 2000.0}, {350.0, 250.0}})
     EXPECT_NEAR(engine.GetRPMFromDefinedLoadPower(power, kCurrent), rpm, 1e-9) << power;
   // A spline through points on a line is that line.
   EXPECT_NEAR(engine.GetFuelRateFromDefinedLoadPower(250, kLPerH), 25.0 * kGalToL, 1e-9);
@@ -103,64 +86,35 @@ TEST_F(EngineTest, IntersectionOfTheCurves) {
   ASSERT_TRUE(engine.GetIntersectionOfMaxPowerAndDefinedLoadCurves(rpm, power, kCurrent));
   EXPECT_NEAR(rpm, 1000 + 1000.0 / 3, 1e-9);
   EXPECT_NEAR(power, 100 + 200.0 / 3, 1e-9);
-  ASSERT_TRUE(engine.GetIntersectionOfMaxPowerAndDefinedLoadCurves(rpm, power, kKW));
-  EXPECT_NEAR(power, (100 + 200.0 / 3) * kHpToKW, 1e-6);
-
   // The defined load stays below the limit: no crossing within the segments.
   SetCurve(kLoad, {{1000, 3000}, {10, 50}, {0, 0}});
   EXPECT_FALSE(engine.GetIntersectionOfMaxPowerAndDefinedLoadCurves(rpm, power, kCurrent));
-  EXPECT_EQ(rpm, 0.0);
-  EXPECT_EQ(power, 0.0);
+  EXPECT_EQ(std::pair(rpm, power), std::pair(0.0, 0.0));
   // One defined-load point is no curve.
   SetCurve(kLoad, {{1500}, {200}, {0}});
   EXPECT_FALSE(engine.GetIntersectionOfMaxPowerAndDefinedLoadCurves(rpm, power, kCurrent));
 }
 
-TEST_F(EngineTest, ReadChecksPushTheirWords) {
-  auto words = [&](const char* field, double value) {
-    engine.ClearErrorStack();
-    engine.SetRaw(engine.FieldIndex(field), value);
-    engine.Read(engine.FieldIndex(field));
-    return engine.Errors();
-  };
-  EXPECT_EQ(words("ParasiticLoad", 0.0), "");  // no load is legal, a negative one is not
-  EXPECT_EQ(words("ParasiticLoad", -1.0), "\tParasitic load\r\n");
-  EXPECT_EQ(words("MaxPowerCount", 0.0), "\tEngine max rated power count\r\n");
-  EXPECT_EQ(words("DefinedLoadCount", 0.0), "");
-}
-
-TEST_F(EngineTest, CopyIsIndependentAndPointsBeyondTheTableFault) {
+TEST_F(EngineTest, CopyClearAndConvertTheCurves) {
   SetCurve(kMax, {{1000, 2000}, {200, 500}, {10, 24}});
   auto copy = engine.CopyClass();
-  EXPECT_EQ(copy->Units(), units);
   copy->MaxPowerPower(1, kCurrent, 999.0);
   EXPECT_EQ(engine.MaxPowerPower(1, kCurrent), 500.0);
-  EXPECT_EQ(copy->MaxPowerPowerArray(), (Points{200, 999}));
-
-  EXPECT_NO_THROW(engine.DefinedLoadRPM(kEngineCurvePoints - 1, 1.0));
   EXPECT_THROW(engine.DefinedLoadRPM(kEngineCurvePoints, 1.0), std::out_of_range);
 
-  engine.ClearAllData();
-  EXPECT_EQ(engine.MaxPowerCount(), 0);
-  EXPECT_EQ(engine.MaxPowerPower(1, kCurrent), 0.0);
-}
-
-TEST_F(EngineTest, ConvertAllDataConvertsPowerAndFuelButNotRPM) {
-  SetCurve(kMax, {{1000, 2000}, {200, 500}, {10, 24}});
+  // Power and fuel are converted, points beyond the count too; RPM is not.
   SetCurve(kLoad, {{900, 1800}, {100, 400}, {5, 20}});
-  engine.MaxRatedPower(kCurrent, 500.0);
-  engine.MaxPowerPower(kEngineCurvePoints - 1, kCurrent, 7.0);  // beyond the count: converted too
+  engine.MaxPowerPower(kEngineCurvePoints - 1, kCurrent, 7.0);
   const auto old = units->CopyClass();
-  units->PowerIndex(kKW);
-  units->FuelRateIndex(kLPerH);
+  units->PowerIndex(kKW), units->FuelRateIndex(kLPerH);
   engine.ConvertAllData(*units, *old);
-  EXPECT_DOUBLE_EQ(engine.MaxRatedPower(kCurrent), R(500 * kHpToKW));
   EXPECT_DOUBLE_EQ(engine.MaxPowerPower(kEngineCurvePoints - 1, kCurrent), R(7 * kHpToKW));
   EXPECT_DOUBLE_EQ(engine.DefinedLoadFuelRate(0, kCurrent), R(5 * kGalToL));
   EXPECT_EQ(engine.MaxPowerRPM(1), 2000.0);
-  EXPECT_EQ(engine.DefinedLoadRPM(0), 900.0);
-  // Read back in the old units, the numbers are the ones typed.
-  EXPECT_NEAR(engine.MaxPowerPower(0, kHp), 200.0, 1e-7);
+
+  engine.ClearAllData();
+  EXPECT_EQ(engine.MaxPowerPower(1, kCurrent), 0.0);
+  EXPECT_EQ(copy->MaxPowerPowerArray(), (Points{200, 999}));
 }
 
 }  // namespace
