@@ -2,7 +2,6 @@
 // window program's commands do (headless hooks: questions take their default answer,
 // warnings go to standard error), and print the results.
 #include <CLI/CLI.hpp>
-
 #include <cmath>
 #include <cstdio>
 #include <iostream>
@@ -16,43 +15,11 @@
 #include "core/ui_hooks.h"
 #include "files/project_file.h"
 #include "resistance/parameter_influence.h"
+#include "resistance/resistance_driver.h"
 #include "vessel/hull_estimates.h"
 
 namespace velmar::cli {
 namespace {
-
-// The columns a resistance run writes, in table order: the speed, the coefficients, the drag
-// components and the powers.
-const std::vector<std::string>& ResistanceColumns() {
-  static const std::vector<std::string> columns = {
-      "Speed",
-      "CoefFroudeLength",
-      "CoefFroudeVolume",
-      "CoefReynoldsLength",
-      "CoefDragBareHullFriction",
-      "CoefDragBareHullViscous",
-      "CoefDragBareHullResiduary",
-      "CoefDragBareHullRoughness",
-      "CoefDragBareHullCorrAllowance",
-      "CoefDragBareHull",
-      "CoefDragBareHullResiduaryTelfer",
-      "CoefDragBareHullTelfer",
-      "CoefDragBareHullWeightRatio",
-      "DragBareHullResiduary",
-      "DragBareHullIndividual",
-      "DragBareHull",
-      "DragAppendages",
-      "DragWind",
-      "DragSeas",
-      "DragChannel",
-      "DragMargin",
-      "DragTotal",
-      "PowerEffectiveBareHull",
-      "PowerEffectiveTotal",
-      "DragBareHullSpeedCheck",
-  };
-  return columns;
-}
 
 // Numbers for machines: 17 significant digits, '.' as the decimal separator.
 std::string Full(double v) {
@@ -65,11 +32,21 @@ std::string JsonString(std::string_view s) {
   std::string out = "\"";
   for (char c : s) {
     switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
       default:
         if (static_cast<unsigned char>(c) < 0x20) {
           char buf[8];
@@ -102,7 +79,8 @@ void PrintTable(const clsVXSpeedPerformance& sp, const clsVXUnits& units, const 
     // A coefficient without a format of its own shows like its neighbours, to six decimals.
     const bool plain = !*d.format && d.family == UnitFamily::None;
     for (int r = 0; r < sp.count(); ++r)
-      cells[static_cast<size_t>(r) + 2].push_back(plain ? FormatNumber(sp.Raw(r, c), "0.000000") : sp.FormattedOf(r, c));
+      cells[static_cast<size_t>(r) + 2].push_back(plain ? FormatNumber(sp.Raw(r, c), "0.000000")
+                                                        : sp.FormattedOf(r, c));
   }
   std::vector<size_t> width(cols.size(), 0);
   for (const auto& row : cells)
@@ -114,9 +92,11 @@ void PrintTable(const clsVXSpeedPerformance& sp, const clsVXUnits& units, const 
   }
 }
 
-void RunCalc(const std::string& path, const std::string& mode, const std::string& format, const std::string& out) {
+void RunCalc(const std::string& path, const std::string& mode, const std::string& format,
+             const std::string& out) {
   const bool propulsion = EqualsNoCase(mode, "propulsion");
-  if (!propulsion && !EqualsNoCase(mode, "resistance")) return Fail(kExitUsage, "unknown mode \"" + mode + "\"; use resistance or propulsion");
+  if (!propulsion && !EqualsNoCase(mode, "resistance"))
+    return Fail(kExitUsage, "unknown mode \"" + mode + "\"; use resistance or propulsion");
   if (!EqualsNoCase(format, "table") && !EqualsNoCase(format, "csv") && !EqualsNoCase(format, "json"))
     return Fail(kExitUsage, "unknown format \"" + format + "\"; use table, csv or json");
   if (!OpenForCommand(path)) return;
@@ -125,14 +105,13 @@ void RunCalc(const std::string& path, const std::string& mode, const std::string
   const ModelSet& p = App().primary;
   const clsVXSpeedPerformance& sp = *p.SpeedPerformance;
   const clsVXUnits& units = *p.Units;
-  std::vector<int> cols;
-  for (const std::string& name : ResistanceColumns()) cols.push_back(clsVXSpeedPerformance::ColumnIndex(name));
+  const std::vector<int> cols = ResistanceResultColumns();
   if (result.warningShown) std::cerr << StripControlChars(result.warning, true) << "\n";
 
   if (EqualsNoCase(format, "json")) {
     std::cout << "{\"mode\": " << JsonString(propulsion ? "propulsion" : "resistance")
-              << ", \"ok\": " << (result.ok ? "true" : "false") << ", \"warning\": " << JsonString(result.warning)
-              << ", \"units\": {";
+              << ", \"ok\": " << (result.ok ? "true" : "false")
+              << ", \"warning\": " << JsonString(result.warning) << ", \"units\": {";
     bool first = true;
     for (int c : cols) {
       const FieldDesc& d = clsVXSpeedPerformance::Column(c);
@@ -150,7 +129,8 @@ void RunCalc(const std::string& path, const std::string& mode, const std::string
     }
     std::cout << "]}\n";
   } else if (EqualsNoCase(format, "csv")) {
-    for (size_t i = 0; i < cols.size(); ++i) std::cout << (i ? "," : "") << clsVXSpeedPerformance::Column(cols[i]).name;
+    for (size_t i = 0; i < cols.size(); ++i)
+      std::cout << (i ? "," : "") << clsVXSpeedPerformance::Column(cols[i]).name;
     std::cout << "\n";
     for (size_t i = 0; i < cols.size(); ++i)
       std::cout << (i ? "," : "") << UnitLabel(clsVXSpeedPerformance::Column(cols[i]), units);
@@ -160,14 +140,16 @@ void RunCalc(const std::string& path, const std::string& mode, const std::string
       std::cout << "\n";
     }
   } else {
-    std::cout << (propulsion ? "Propulsion" : "Resistance") << " prediction of " << p.Project->FileName << "\n\n";
+    std::cout << (propulsion ? "Propulsion" : "Resistance") << " prediction of " << p.Project->FileName
+              << "\n\n";
     std::vector<int> shown;
     for (int c : cols)
       if (*clsVXSpeedPerformance::Column(c).symbol) shown.push_back(c);
     PrintTable(sp, units, shown);
   }
 
-  if (!out.empty() && SaveProjectFile(out) != 1) return Fail(kExitUsage, "the project could not be saved to \"" + out + "\"");
+  if (!out.empty() && SaveProjectFile(out) != 1)
+    return Fail(kExitUsage, "the project could not be saved to \"" + out + "\"");
   if (!result.ok) SetExitCode(kExitFailed);
 }
 
@@ -176,13 +158,15 @@ void RunInfluence(const std::string& path) {
   const ParameterInfluence pi = BuildParameterInfluence();
   std::cout << "Parameter influence - " << pi.title << "\n";
   if (pi.designSpeed && pi.basisOk)
-    std::cout << "Bare-hull drag at the design speed: " << FormatNumber(pi.basisDrag, App().primary.Units->ForceFormat())
-              << " " << App().primary.Units->GetUnitForceLabel(kCurrent) << "\n";
+    std::cout << "Bare-hull drag at the design speed: "
+              << FormatNumber(pi.basisDrag, App().primary.Units->ForceFormat()) << " "
+              << App().primary.Units->GetUnitForceLabel(kCurrent) << "\n";
   else if (!pi.designSpeed)
     std::cout << "The speed table has no design speed.\n";
   else
     std::cerr << StripControlChars(pi.warning, true) << "\n";
-  std::cout << "\nPercent change of drag for one percent change of the parameter ('*': stronger than proportional)\n";
+  std::cout << "\nPercent change of drag for one percent change of the parameter ('*': stronger than "
+               "proportional)\n";
   size_t w = 0;
   for (const auto& r : pi.rows) w = std::max(w, Trim(r.caption).size());
   for (const auto& r : pi.rows) {
@@ -217,7 +201,8 @@ void RunEstimate(const std::string& path, const std::string& itemName) {
   size_t w = 0;
   for (const auto& r : rows) w = std::max(w, r.label.size());
   for (const auto& r : rows)
-    std::cout << r.label << std::string(w - r.label.size() + 2, ' ') << (r.text.empty() ? "---" : r.text) << "\n";
+    std::cout << r.label << std::string(w - r.label.size() + 2, ' ') << (r.text.empty() ? "---" : r.text)
+              << "\n";
 }
 
 }  // namespace
@@ -239,7 +224,8 @@ void RegisterCalcCommands(CLI::App& app) {
   auto* estimate = app.add_subcommand("estimate", "Proposed values of one hull item");
   static std::string estimatePath, item;
   estimate->add_option("FILE", estimatePath, "Project file (*.vxvl)")->required();
-  estimate->add_option("ITEM", item, "HalfEntranceAngle, WaterplaneArea, WettedSurface, FormFactor, ...")->required();
+  estimate->add_option("ITEM", item, "HalfEntranceAngle, WaterplaneArea, WettedSurface, FormFactor, ...")
+      ->required();
   estimate->callback([] { RunEstimate(estimatePath, item); });
 }
 

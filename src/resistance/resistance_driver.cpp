@@ -330,4 +330,37 @@ bool CalcCatamaranInterference(double /*lwlBwlRatio*/, double /*sLwlRatio*/, dou
   return true;
 }
 
+std::vector<int> ResistanceResultColumns() {
+  static const char* const kNames[] = {
+      "Speed",
+      "CoefFroudeLength",
+      "CoefFroudeVolume",
+      "CoefReynoldsLength",
+      "CoefDragBareHullFriction",
+      "CoefDragBareHullViscous",
+      "CoefDragBareHullResiduary",
+      "CoefDragBareHullRoughness",
+      "CoefDragBareHullCorrAllowance",
+      "CoefDragBareHull",
+      "CoefDragBareHullResiduaryTelfer",
+      "CoefDragBareHullTelfer",
+      "CoefDragBareHullWeightRatio",
+      "DragBareHullResiduary",
+      "DragBareHullIndividual",
+      "DragBareHull",
+      "DragAppendages",
+      "DragWind",
+      "DragSeas",
+      "DragChannel",
+      "DragMargin",
+      "DragTotal",
+      "PowerEffectiveBareHull",
+      "PowerEffectiveTotal",
+      "DragBareHullSpeedCheck",
+  };
+  std::vector<int> columns;
+  for (const char* name : kNames) columns.push_back(clsVXSpeedPerformance::ColumnIndex(name));
+  return columns;
+}
+
 }  // namespace velmar

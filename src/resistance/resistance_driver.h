@@ -6,6 +6,7 @@
 
 #include <exception>
 #include <string>
+#include <vector>
 
 #include "core/diagnostics.h"
 #include "core/speed_performance.h"
@@ -29,6 +30,10 @@ enum HullDragTechniqueId : int {
 };
 // ITTC78.HullHydrodynamicType.
 enum HullHydrodynamicTypeId : int { kHydroUndefined = 0, kHydroITTC78CT = 1, kHydroPlaning = 2 };
+
+// The columns a resistance run writes, in table order: the speed, the coefficients, the drag
+// components and the powers. Result tables, reports and velmar-cli show these.
+std::vector<int> ResistanceResultColumns();
 
 // The resistance prediction of the open project (the primary objects of App()). Returns true
 // on success; failures leave their text in the calculation error state.
