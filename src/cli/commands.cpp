@@ -2,7 +2,6 @@
 #include "cli/commands.h"
 
 #include <CLI/CLI.hpp>
-
 #include <iostream>
 #include <stdexcept>
 
@@ -30,7 +29,8 @@ int UnitIndex(const clsVXUnits& units, UnitFamily f, const std::string& label) {
 
 std::string UnitList(const clsVXUnits& units, UnitFamily f) {
   std::string s;
-  for (size_t i = 0; i < FamilyInfo(f).labels.size(); ++i) s += (i ? ", " : "") + units.Label(f, static_cast<int>(i));
+  for (size_t i = 0; i < FamilyInfo(f).labels.size(); ++i)
+    s += (i ? ", " : "") + units.Label(f, static_cast<int>(i));
   return s;
 }
 
@@ -101,11 +101,12 @@ void RunWater(const std::string& type, double temperature, const std::string& sy
   water.Density(kCurrent, density);
   water.Viscosity(kCurrent, viscosity);
   const std::string tempText = temperature == 0.0 ? "not given (15 \u00b0C)"
-                                                  : FormatNumber(temperature, "0.0##") + " " + units->GetUnitTemperatureLabel(kCurrent);
+                                                  : FormatNumber(temperature, "0.0##") + " " +
+                                                        units->GetUnitTemperatureLabel(kCurrent);
   std::cout << "Water type:   " << water.WaterDefinitionLabel() << "\n"
             << "Temperature:  " << tempText << "\n"
-            << "Density:      " << FormatNumber(density, "0.0000####") << " " << units->GetUnitDensityLabel(kCurrent)
-            << "\n"
+            << "Density:      " << FormatNumber(density, "0.0000####") << " "
+            << units->GetUnitDensityLabel(kCurrent) << "\n"
             << "Viscosity:    " << FormatNumber(viscosity, "0.00000e+0") << " "
             << units->GetUnitViscosityLabel(kCurrent) << "\n";
 }
@@ -137,8 +138,9 @@ void RegisterCommands(CLI::App& app) {
   static std::string type = "salt", system = "si";
   static double temperature = 0.0;
   water->add_option("--type", type, "salt, fresh or brackish")->capture_default_str();
-  water->add_option("--temperature", temperature,
-                    "Water temperature in degC (si) or degF (imperial); 0 means 15 degC")
+  water
+      ->add_option("--temperature", temperature,
+                   "Water temperature in degC (si) or degF (imperial); 0 means 15 degC")
       ->capture_default_str();
   water->add_option("--units", system, "si or imperial")->capture_default_str();
   water->callback([] { RunWater(type, temperature, system); });

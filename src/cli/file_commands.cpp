@@ -43,7 +43,6 @@ bool IsFile(const std::string& path) {
   return fs::is_regular_file(path, ec);
 }
 
-
 // The top-level keys of a file's tree, or nothing when it has no object at its root.
 std::vector<std::string> BlocksOf(const std::string& path) {
   clsVXFileJSON file;

@@ -1,7 +1,6 @@
 // velmar-cli: the headless front end. Each subcommand drives the engine the way the window
 // program does and prints plain text. Argument errors give one line and exit code 2.
 #include <CLI/CLI.hpp>
-
 #include <iostream>
 
 #include "cli/commands.h"

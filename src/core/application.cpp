@@ -168,8 +168,10 @@ CalculateButtonState RefreshCalculateButton() {
     st.button5Enabled = techniqueHasTable;
     st.button5Changed = techniqueHasTable;
   }
-  if (st.button5Changed) Hooks().SetCalculateButton(st.image, st.button5Enabled);
-  else Hooks().SetCalculateButton(st.image, false);
+  if (st.button5Changed)
+    Hooks().SetCalculateButton(st.image, st.button5Enabled);
+  else
+    Hooks().SetCalculateButton(st.image, false);
   return st;
 }
 

@@ -50,10 +50,10 @@ struct ModelSet {
 
 // Which members a set is made of.
 enum class SetKind {
-  Primary,          // the open project
-  ReferenceShip,    // RefShipResistance and RefShipPropulsion
-  ReferenceProp,    // RefPropeller
-  Compare,          // a second project overlaid on a graph
+  Primary,        // the open project
+  ReferenceShip,  // RefShipResistance and RefShipPropulsion
+  ReferenceProp,  // RefPropeller
+  Compare,        // a second project overlaid on a graph
 };
 
 // Creates the members of a set of the given kind, each with its defaults, and wires them.
@@ -102,9 +102,9 @@ void ClearErrorStacks();
 // The Calculate toolbar image and the state of button 5 (the command that needs a hull drag
 // table) and its menu entry.
 struct CalculateButtonState {
-  std::string image;              // "Calculate" or "NeedCalculate"
+  std::string image;  // "Calculate" or "NeedCalculate"
   bool button5Enabled = false;
-  bool button5Changed = true;     // false: button 5 keeps the state it had
+  bool button5Changed = true;  // false: button 5 keeps the state it had
 };
 // Stores the two flags as a pair (not merged), marks the project dirty and refreshes the
 // button.

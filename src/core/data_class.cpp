@@ -27,11 +27,16 @@ const LabelList kDragTechniqueLabels = Keyed({{"Prediction", "Prediction"},
 
 bool FailsCheck(const FieldDesc& d, double v) {
   switch (d.check) {
-    case Check::None: return false;
-    case Check::NotPositive: return v <= 0.0;
-    case Check::Negative: return v < 0.0;
-    case Check::BelowOne: return v < 1.0;
-    case Check::Outside: return v < d.lo || v > d.hi;
+    case Check::None:
+      return false;
+    case Check::NotPositive:
+      return v <= 0.0;
+    case Check::Negative:
+      return v < 0.0;
+    case Check::BelowOne:
+      return v < 1.0;
+    case Check::Outside:
+      return v < d.lo || v > d.hi;
   }
   return false;
 }
@@ -81,7 +86,8 @@ void DataClass::Write(int field, int unit, double value) {
                     FormatNumber(d.entryHi, "0.0##") + "]",
                 -1.0);
   }
-  if (d.kind == FieldKind::Int || d.kind == FieldKind::Enum) value = static_cast<double>(static_cast<long>(value));
+  if (d.kind == FieldKind::Int || d.kind == FieldKind::Enum)
+    value = static_cast<double>(static_cast<long>(value));
   values_[field] = value;
 }
 
@@ -94,7 +100,9 @@ std::string DataClass::FormattedOf(int field, int unit) const {
   return FormatNumber(v, units_->Format(f));
 }
 
-std::string DataClass::FieldNameOf(int field) const { return std::string(FieldIndent) + fields_[field].label; }
+std::string DataClass::FieldNameOf(int field) const {
+  return std::string(FieldIndent) + fields_[field].label;
+}
 
 std::string DataClass::LabelOf(int field, int index) const {
   const FieldDesc& d = fields_[field];

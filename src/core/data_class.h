@@ -46,15 +46,15 @@ struct LabelList {
 LabelList Keyed(std::initializer_list<std::pair<const char*, const char*>> rows);
 
 // Lists that many settings share.
-extern const LabelList kOffOnLabels;           // "Off", "On"
-extern const LabelList kOffCalcLockLabels;     // "Off", "Calc", "Lock"; the key "Enter" too
-extern const LabelList kDragTechniqueLabels;   // "Prediction", "Aligned prediction", ...
+extern const LabelList kOffOnLabels;          // "Off", "On"
+extern const LabelList kOffCalcLockLabels;    // "Off", "Calc", "Lock"; the key "Enter" too
+extern const LabelList kDragTechniqueLabels;  // "Prediction", "Aligned prediction", ...
 
 enum FieldFlags : unsigned {
-  kNoConvert = 1u << 0,        // ConvertAllData leaves the number as it is
-  kWarnEntryOutside = 1u << 1, // first entry outside [entryLo, entryHi] warns (T/C ratios)
-  kNotInFile = 1u << 2,        // the field has no tag in the class's file block
-  kRoundOnWrite = 1u << 3,     // written to files rounded to 6 significant digits
+  kNoConvert = 1u << 0,         // ConvertAllData leaves the number as it is
+  kWarnEntryOutside = 1u << 1,  // first entry outside [entryLo, entryHi] warns (T/C ratios)
+  kNotInFile = 1u << 2,         // the field has no tag in the class's file block
+  kRoundOnWrite = 1u << 3,      // written to files rounded to 6 significant digits
 };
 
 struct FieldDesc {
@@ -67,8 +67,8 @@ struct FieldDesc {
   const char* description = "";  // long explanation of the symbol
   const char* format = "";       // fixed format; empty: the family's format
   Check check = Check::None;
-  double lo = 0.0, hi = 0.0;     // bounds of Check::Outside
-  const char* word = "";         // pushed on the error stack when the check holds
+  double lo = 0.0, hi = 0.0;  // bounds of Check::Outside
+  const char* word = "";      // pushed on the error stack when the check holds
   unsigned flags = 0;
   UnitFamily convertAs = UnitFamily::None;  // family ConvertAllData uses, if not `family`
   const char* tag = "";                     // file tag, if not `name`

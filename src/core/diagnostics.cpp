@@ -84,7 +84,8 @@ std::string GetCalcLocation() { return State().location; }
 std::string GetCalcCause() { return State().cause; }
 void ResetCalcErrorState() { State() = CalcErrorState{}; }
 
-std::string ComposeWarningText(int severity, std::string_view location, std::string_view message, double speed) {
+std::string ComposeWarningText(int severity, std::string_view location, std::string_view message,
+                               double speed) {
   static const char* const kSeverity[] = {"WARNING: ", "DATA ERROR: ", "CALCULATION ERROR: "};
   std::string t = (severity >= 0 && severity <= 2) ? kSeverity[severity] : "";
   t += kCrLf;

@@ -24,7 +24,8 @@ void ResetCalcErrorState();
 
 // Composes the warning box text; severity 0 "WARNING: ", 1 "DATA ERROR: ", 2 "CALCULATION
 // ERROR: ". A speed of -1 adds no speed line.
-std::string ComposeWarningText(int severity, std::string_view location, std::string_view message, double speed);
+std::string ComposeWarningText(int severity, std::string_view location, std::string_view message,
+                               double speed);
 // Shows the composed text through the UI hooks under the title "Warning!". A helpContext of
 // -1 is set to 0 (OK button alone). Returns the text shown.
 std::string ShowWarning(int severity, std::string_view location, std::string_view message, double speed,

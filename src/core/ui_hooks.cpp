@@ -2,7 +2,8 @@
 
 namespace velmar {
 
-Answer HeadlessHooks::Ask(std::string_view title, std::string_view text, bool withCancel, Answer defaultAnswer) {
+Answer HeadlessHooks::Ask(std::string_view title, std::string_view text, bool withCancel,
+                          Answer defaultAnswer) {
   questions.push_back({std::string(title), std::string(text)});
   if (!scriptedAnswers.empty()) {
     Answer a = scriptedAnswers.front();

@@ -16,7 +16,8 @@ class UIHooks {
  public:
   virtual ~UIHooks() = default;
   // A Yes/No (or Yes/No/Cancel) question under a title.
-  virtual Answer Ask(std::string_view title, std::string_view text, bool withCancel, Answer defaultAnswer) = 0;
+  virtual Answer Ask(std::string_view title, std::string_view text, bool withCancel,
+                     Answer defaultAnswer) = 0;
   // A message box. `helpContext` 0 means an OK button alone.
   virtual void ShowMessage(std::string_view title, std::string_view text, int helpContext) = 0;
   virtual void BusyPointer(bool /*on*/) {}

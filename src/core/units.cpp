@@ -14,29 +14,58 @@ namespace {
 // mm2 factor is a quotient on purpose: it makes one square foot 10763910.4167 mm2.
 const std::array<UnitFamilyInfo, kUnitFamilyCount>& Infos() {
   static const std::array<UnitFamilyInfo, kUnitFamilyCount> infos = {{
-      {"Length", "Length", {"ft", "m", "in", "mm"}, {1.0, 0.3048, 12.0, 1000.0 * 0.3048},
+      {"Length",
+       "Length",
+       {"ft", "m", "in", "mm"},
+       {1.0, 0.3048, 12.0, 1000.0 * 0.3048},
        {"0.00", "0.000", "0.0", "0", "0.000"}},
-      {"Area", "Area", {"ft2", "m2", "in2", "mm2"},
+      {"Area",
+       "Area",
+       {"ft2", "m2", "in2", "mm2"},
        {1.0, 0.3048 * 0.3048, 144.0, (1000.0 * 1000.0) / (0.3048 * 0.3048)},
        {"0.000", "0.000", "0.000", "0.000", "0.000"}},
-      {"Weight", "Weight", {"LT", "t", "lb", "kg"}, {1.0, 1.0160469088, 2240.0, 1016.0469088},
+      {"Weight",
+       "Weight",
+       {"LT", "t", "lb", "kg"},
+       {1.0, 1.0160469088, 2240.0, 1016.0469088},
        {"0.00", "0.00", "0", "0", "0.00"}},
-      {"Speed", "Speed", {"kt", "mi/h", "m/s", "ft/s"}, {1.0, 1.15077944802, 1852.0 / 3600.0, 1.6878098571},
+      {"Speed",
+       "Speed",
+       {"kt", "mi/h", "m/s", "ft/s"},
+       {1.0, 1.15077944802, 1852.0 / 3600.0, 1.6878098571},
        {"0.00", "0.00", "0.000", "0.00", "0.000"}},
-      {"Force", "Force", {"lbf", "N", "kip", "kN"}, {1.0, 4.44822161526, 0.001, 0.00444822161526},
+      {"Force",
+       "Force",
+       {"lbf", "N", "kip", "kN"},
+       {1.0, 4.44822161526, 0.001, 0.00444822161526},
        {"0", "0", "0", "0", "0"}},
-      {"Power", "Power", {"hp", "kW", "W"}, {1.0, 0.745699871582, 0.745699871582 * 1000.0}, {"0", "0", "0", "0"}},
+      {"Power",
+       "Power",
+       {"hp", "kW", "W"},
+       {1.0, 0.745699871582, 0.745699871582 * 1000.0},
+       {"0", "0", "0", "0"}},
       {"FuelRate", "FuelRate", {"gal/h", "L/h"}, {1.0, 3.785}, {"0.0", "0.0", "0.0"}},
-      {"Torque", "Torque", {"lbf\u00b7ft", "N\u00b7m", "kip\u00b7ft", "kN\u00b7m", "oz\u00b7in"},
+      {"Torque",
+       "Torque",
+       {"lbf\u00b7ft", "N\u00b7m", "kip\u00b7ft", "kN\u00b7m", "oz\u00b7in"},
        {1.0, 0.3048 * 4.44822161526, 0.001, 0.3048 * 0.00444822161526, 16.0 * 12.0},
        {"0.0", "0.0", "0", "0", "0.0", "0.0"}},
       {"Pressure", "Pressure", {"lbf/in2", "kPa"}, {1.0, 6.89475729317}, {"0.0", "0.0", "0.00"}},
       {"Density", "Density", {"slug/ft3", "kg/m3"}, {1.0, 515.3788}, {"0.0000", "0.00", "0.00"}},
-      {"Viscosity", "Viscosity", {"ft2/s", "m2/s"}, {1.0, 0.3048 * 0.3048},
+      {"Viscosity",
+       "Viscosity",
+       {"ft2/s", "m2/s"},
+       {1.0, 0.3048 * 0.3048},
        {"0.00000e+0", "0.00000e+0", "0.00000e+0"}},
-      {"PropLength", "Prop length", {"ft", "m", "in", "mm"}, {1.0, 0.3048, 12.0, 1000.0 * 0.3048},
+      {"PropLength",
+       "Prop length",
+       {"ft", "m", "in", "mm"},
+       {1.0, 0.3048, 12.0, 1000.0 * 0.3048},
        {"0.0000", "0.00000", "0.000", "0.00", "0.00000"}},
-      {"TipSpeed", "TipSpeed", {"ft/s", "m/s", "in/s", "mm/s"}, {1.0, 0.3048, 12.0, 1000.0 * 0.3048},
+      {"TipSpeed",
+       "TipSpeed",
+       {"ft/s", "m/s", "in/s", "mm/s"},
+       {1.0, 0.3048, 12.0, 1000.0 * 0.3048},
        {"0.0", "0.0", "0", "0", "0.00"}},
       {"Temperature", "Temperature", {"\u00b0F", "\u00b0C"}, {}, {"0", "0"}},
   }};
@@ -53,10 +82,17 @@ int Ordinal(UnitFamily f) {
 UnitFamily BaseOf(UnitFamily f, int& power) {
   power = 1;
   switch (f) {
-    case UnitFamily::Volume: power = 3; return UnitFamily::Length;
-    case UnitFamily::PropLengthSq: power = 2; return UnitFamily::PropLength;
-    case UnitFamily::PropLengthCube: power = 3; return UnitFamily::PropLength;
-    default: return f;
+    case UnitFamily::Volume:
+      power = 3;
+      return UnitFamily::Length;
+    case UnitFamily::PropLengthSq:
+      power = 2;
+      return UnitFamily::PropLength;
+    case UnitFamily::PropLengthCube:
+      power = 3;
+      return UnitFamily::PropLength;
+    default:
+      return f;
   }
 }
 
@@ -66,18 +102,18 @@ const UnitFamilyInfo& FamilyInfo(UnitFamily family) { return Infos()[Ordinal(fam
 
 const std::array<UnitFamily, kUnitFamilyCount>& AllUnitFamilies() {
   static const std::array<UnitFamily, kUnitFamilyCount> all = {
-      UnitFamily::Length,    UnitFamily::Area,      UnitFamily::Weight,     UnitFamily::Speed,
-      UnitFamily::Force,     UnitFamily::Power,     UnitFamily::FuelRate,   UnitFamily::Torque,
-      UnitFamily::Pressure,  UnitFamily::Density,   UnitFamily::Viscosity,  UnitFamily::PropLength,
-      UnitFamily::TipSpeed,  UnitFamily::Temperature};
+      UnitFamily::Length,   UnitFamily::Area,       UnitFamily::Weight,    UnitFamily::Speed,
+      UnitFamily::Force,    UnitFamily::Power,      UnitFamily::FuelRate,  UnitFamily::Torque,
+      UnitFamily::Pressure, UnitFamily::Density,    UnitFamily::Viscosity, UnitFamily::PropLength,
+      UnitFamily::TipSpeed, UnitFamily::Temperature};
   return all;
 }
 
 const std::array<UnitFamily, kUnitFamilyCount>& UnitsDialogOrder() {
   static const std::array<UnitFamily, kUnitFamilyCount> order = {
-      UnitFamily::Length,   UnitFamily::Weight,   UnitFamily::PropLength, UnitFamily::Force,
-      UnitFamily::Power,    UnitFamily::Speed,    UnitFamily::Torque,     UnitFamily::Pressure,
-      UnitFamily::TipSpeed, UnitFamily::FuelRate, UnitFamily::Area,       UnitFamily::Viscosity,
+      UnitFamily::Length,   UnitFamily::Weight,     UnitFamily::PropLength, UnitFamily::Force,
+      UnitFamily::Power,    UnitFamily::Speed,      UnitFamily::Torque,     UnitFamily::Pressure,
+      UnitFamily::TipSpeed, UnitFamily::FuelRate,   UnitFamily::Area,       UnitFamily::Viscosity,
       UnitFamily::Density,  UnitFamily::Temperature};
   return order;
 }
@@ -176,13 +212,20 @@ void ApplyUnitPreset(clsVXUnits& units, UnitPreset preset) {
     const char* siFormat;
   };
   static const Row rows[] = {
-      {UnitFamily::Length, 0, "0.00", 1, "0.000"},        {UnitFamily::Weight, 0, "0.00", 1, "0.00"},
-      {UnitFamily::PropLength, 0, "0.00", 3, "0.0"},      {UnitFamily::Force, 0, "0", 3, "0.00"},
-      {UnitFamily::Power, 0, "0.0", 1, "0.0"},            {UnitFamily::Speed, 0, "0.00", 0, "0.00"},
-      {UnitFamily::Torque, 0, "0.00", 3, "0.00"},         {UnitFamily::Pressure, 0, "0.00", 1, "0.00"},
-      {UnitFamily::TipSpeed, 0, "0.00", 1, "0.00"},       {UnitFamily::FuelRate, 0, "0.00", 1, "0.00"},
-      {UnitFamily::Area, 0, "0.00", 1, "0.0"},            {UnitFamily::Viscosity, 0, "0.00000e+0", 1, "0.00000e+0"},
-      {UnitFamily::Density, 0, "0.0000", 1, "0.00"},      {UnitFamily::Temperature, 0, "0.0", 1, "0.0"},
+      {UnitFamily::Length, 0, "0.00", 1, "0.000"},
+      {UnitFamily::Weight, 0, "0.00", 1, "0.00"},
+      {UnitFamily::PropLength, 0, "0.00", 3, "0.0"},
+      {UnitFamily::Force, 0, "0", 3, "0.00"},
+      {UnitFamily::Power, 0, "0.0", 1, "0.0"},
+      {UnitFamily::Speed, 0, "0.00", 0, "0.00"},
+      {UnitFamily::Torque, 0, "0.00", 3, "0.00"},
+      {UnitFamily::Pressure, 0, "0.00", 1, "0.00"},
+      {UnitFamily::TipSpeed, 0, "0.00", 1, "0.00"},
+      {UnitFamily::FuelRate, 0, "0.00", 1, "0.00"},
+      {UnitFamily::Area, 0, "0.00", 1, "0.0"},
+      {UnitFamily::Viscosity, 0, "0.00000e+0", 1, "0.00000e+0"},
+      {UnitFamily::Density, 0, "0.0000", 1, "0.00"},
+      {UnitFamily::Temperature, 0, "0.0", 1, "0.0"},
   };
   for (const Row& r : rows) {
     const bool si = preset == UnitPreset::SI;

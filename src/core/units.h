@@ -66,10 +66,10 @@ inline constexpr int kDegF = 0, kDegC = 1;
 
 // Static description of one family.
 struct UnitFamilyInfo {
-  const char* name;                 // "Length", also the row key and the file tag
-  const char* dialogKey;            // row key of the units dialog ("Prop length", ...)
-  std::vector<std::string> labels;  // standard labels, without the custom entry
-  std::vector<double> factors;      // units per one of index 0; empty for Temperature
+  const char* name;                         // "Length", also the row key and the file tag
+  const char* dialogKey;                    // row key of the units dialog ("Prop length", ...)
+  std::vector<std::string> labels;          // standard labels, without the custom entry
+  std::vector<double> factors;              // units per one of index 0; empty for Temperature
   std::vector<std::string> defaultFormats;  // by index, custom entry included
 };
 
@@ -92,7 +92,7 @@ class clsVXUnits {
   std::string FormatText(UnitFamily f) const { return slot(f).format; }  // as stored
   void SetFormat(UnitFamily f, std::string format);
   std::string Label(UnitFamily f, int index = kCurrent) const;  // includes the custom entry
-  int LabelCount(UnitFamily f) const;                            // custom entry included
+  int LabelCount(UnitFamily f) const;                           // custom entry included
   void SetCustomData(UnitFamily f, std::string label, double factor);
   std::string CustomLabel(UnitFamily f) const { return slot(f).customLabel; }
   double CustomFactor(UnitFamily f) const { return slot(f).customFactor; }
@@ -109,15 +109,15 @@ class clsVXUnits {
   void ClearAllData();
   std::shared_ptr<clsVXUnits> CopyClass() const { return std::make_shared<clsVXUnits>(*this); }
 
-#define VX_UNIT_FAMILY(F)                                                                              \
-  int F##Index() const { return Index(UnitFamily::F); }                                                \
-  void F##Index(int i) { SetIndex(UnitFamily::F, i); }                                                 \
-  std::string F##Format() const { return Format(UnitFamily::F); }                                      \
-  void F##Format(std::string fmt) { SetFormat(UnitFamily::F, std::move(fmt)); }                        \
+#define VX_UNIT_FAMILY(F)                                                                                 \
+  int F##Index() const { return Index(UnitFamily::F); }                                                   \
+  void F##Index(int i) { SetIndex(UnitFamily::F, i); }                                                    \
+  std::string F##Format() const { return Format(UnitFamily::F); }                                         \
+  void F##Format(std::string fmt) { SetFormat(UnitFamily::F, std::move(fmt)); }                           \
   double ConvertUnit##F(double v, int to, int from) const { return Convert(UnitFamily::F, v, to, from); } \
-  std::string GetUnit##F##Label(int index) const { return Label(UnitFamily::F, index); }               \
-  void SetUnit##F##CustomData(std::string label, double factor) {                                      \
-    SetCustomData(UnitFamily::F, std::move(label), factor);                                            \
+  std::string GetUnit##F##Label(int index) const { return Label(UnitFamily::F, index); }                  \
+  void SetUnit##F##CustomData(std::string label, double factor) {                                         \
+    SetCustomData(UnitFamily::F, std::move(label), factor);                                               \
   }
   VX_UNIT_FAMILY(Length)
   VX_UNIT_FAMILY(Area)
@@ -134,7 +134,9 @@ class clsVXUnits {
   VX_UNIT_FAMILY(TipSpeed)
   VX_UNIT_FAMILY(Temperature)
 #undef VX_UNIT_FAMILY
-  double ConvertUnitLength3(double v, int to, int from) const { return Convert(UnitFamily::Volume, v, to, from); }
+  double ConvertUnitLength3(double v, int to, int from) const {
+    return Convert(UnitFamily::Volume, v, to, from);
+  }
   double ConvertUnitPropLength2(double v, int to, int from) const {
     return Convert(UnitFamily::PropLengthSq, v, to, from);
   }

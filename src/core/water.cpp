@@ -70,7 +70,8 @@ bool clsVXWaterProperties::CalcDensityAndViscosity(double& density, double& visc
       density = (CalcStandardDensitySalt(dT) + CalcStandardDensityFresh(dT)) * 0.5;
       viscosity = (CalcStandardViscositySalt(dT) + CalcStandardViscosityFresh(dT)) * 0.5;
       break;
-    default: break;  // Custom: the typed values stand
+    default:
+      break;  // Custom: the typed values stand
   }
   return true;
 }

@@ -51,7 +51,6 @@ const FieldDesc kPropulsionFields[] = {
 #include "propulsion/propulsion_fields.def"
 };
 
-
 std::string Caption(const char* label) { return std::string(FieldIndent) + label; }
 }  // namespace
 
@@ -78,9 +77,6 @@ std::shared_ptr<clsVXPropulsion> clsVXPropulsion::CopyClass() const {
   copy->CopyDataFrom(*this);
   return copy;
 }
-
-
-
 
 // ---- File-index labels ----------------------------------------------------------------------
 

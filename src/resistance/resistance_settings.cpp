@@ -90,7 +90,6 @@ const FieldDesc kResistanceFields[] = {
 
 clsVXResistance::clsVXResistance() : DataClass(kResistanceFields, nullptr) {}
 
-
 std::shared_ptr<clsVXResistance> clsVXResistance::CopyClass() const {
   auto copy = std::make_shared<clsVXResistance>();
   copy->CopyDataFrom(*this);
@@ -98,7 +97,5 @@ std::shared_ptr<clsVXResistance> clsVXResistance::CopyClass() const {
 }
 
 void clsVXResistance::ConvertAllData(const clsVXUnits& /*newUnits*/, const clsVXUnits& /*oldUnits*/) {}
-
-
 
 }  // namespace velmar

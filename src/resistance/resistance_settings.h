@@ -11,7 +11,7 @@
 
 namespace velmar {
 
-extern const LabelList kDragEnabledLabels;      // Off, Calc, Lock, Enter
+extern const LabelList kDragEnabledLabels;  // Off, Calc, Lock, Enter
 extern const LabelList kHullDragMethodLabels;
 extern const LabelList kHullDragExpansionDetailLabels;
 extern const LabelList kHullDragMethodCheckLabels;

@@ -38,7 +38,8 @@ TEST(CalcCommand, EveryExampleGivesACompletePlausibleTable) {
     // Every row has a positive total drag and effective power, rising with speed.
     const std::regex total("\"DragTotal\": ([0-9.eE+-]+)");
     std::vector<double> totals;
-    for (auto it = std::sregex_iterator(r.out.begin(), r.out.end(), total); it != std::sregex_iterator(); ++it)
+    for (auto it = std::sregex_iterator(r.out.begin(), r.out.end(), total); it != std::sregex_iterator();
+         ++it)
       totals.push_back(std::stod((*it)[1]));
     ASSERT_GE(totals.size(), 5u);
     for (size_t i = 0; i < totals.size(); ++i) {
@@ -80,7 +81,8 @@ TEST(CalcCommand, MissingLengthFailsWithTheWarningAndLosesNothing) {
 }
 
 TEST(CalcCommand, FileAndUsageErrorsExitWithTwo) {
-  const std::string notProject = (std::filesystem::temp_directory_path() / "velmar_not_a_project.vxvl").string();
+  const std::string notProject =
+      (std::filesystem::temp_directory_path() / "velmar_not_a_project.vxvl").string();
   std::ofstream(notProject) << "[1, 2, 3]";
   for (const std::string& args : {std::string("calc /no/such/file.vxvl"), "calc " + notProject,
                                   "calc " + Example("cargo_ship_si.vxvl") + " --mode towing",

@@ -28,8 +28,13 @@ TEST(Cli, ConvertPrintsTheValueAsTheProgramHoldsIt) {
 }
 
 TEST(Cli, ArgumentErrorsGiveOneLineAndExitCodeTwo) {
-  const char* cases[] = {"convert x Area ft2 mm2", "convert 1 Volume ft m", "convert 1 Area ft2 acre",
-                         "convert 1 Area", "water --type lake", "water --units metric", "nonsense"};
+  const char* cases[] = {"convert x Area ft2 mm2",
+                         "convert 1 Volume ft m",
+                         "convert 1 Area ft2 acre",
+                         "convert 1 Area",
+                         "water --type lake",
+                         "water --units metric",
+                         "nonsense"};
   for (const char* args : cases) {
     const CliRun r = Cli(args);
     EXPECT_EQ(r.code, 2) << args;

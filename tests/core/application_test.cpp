@@ -150,9 +150,10 @@ TEST_F(AppTest, ShowWarningComposesTheBoxText) {
   int help = -1;
   const std::string text = ShowWarning(1, "Speed error", "Speed [120] exceeds allowable range.", 12.0, &help);
   EXPECT_EQ(help, 0);
-  EXPECT_EQ(text,
-            "DATA ERROR: \r\nSpeed error\r\n\r\nLOCATION: \r\nSpeed [120] exceeds allowable range.\r\n\r\nSPEED: "
-            "\r\n12");
+  EXPECT_EQ(
+      text,
+      "DATA ERROR: \r\nSpeed error\r\n\r\nLOCATION: \r\nSpeed [120] exceeds allowable range.\r\n\r\nSPEED: "
+      "\r\n12");
   ASSERT_EQ(DefaultHeadlessHooks().messages.size(), 1u);
   EXPECT_EQ(DefaultHeadlessHooks().messages[0].title, "Warning!");
   EXPECT_EQ(ComposeWarningText(0, "Resistance prediction", "", -1.0),

@@ -13,15 +13,15 @@ namespace {
 const LabelList kShapes = {{"Round", "Square"}, {"RoundKey", "SquareKey"}};
 
 // A small class of the same shape as the real ones, written the same way.
-#define TEST_FIELDS                                                                                       \
-  VX_ENUM(Shape, kShapes, .label = "Shape:")                                                              \
+#define TEST_FIELDS                                                                                        \
+  VX_ENUM(Shape, kShapes, .label = "Shape:")                                                               \
   VX_QTY(Length, Length, .label = "Length:", .symbol = "L", .check = Check::NotPositive, .word = "Length") \
-  VX_QTY(Span, Length, .label = "Span:", .check = Check::Negative, .word = "Span", .flags = kNoConvert)   \
-  VX_QTY(Area, Area, .label = "Area:")                                                                    \
-  VX_REAL(Angle, .label = "Angle:", .format = "0.00", .check = Check::Outside, .lo = -20, .hi = 75,      \
-          .word = "Angle")                                                                                \
-  VX_REAL(Ratio, .label = "Ratio:", .format = "0.000", .check = Check::NotPositive, .word = "Ratio",      \
-          .flags = kWarnEntryOutside, .entryLo = 0.0, .entryHi = 0.3)                                     \
+  VX_QTY(Span, Length, .label = "Span:", .check = Check::Negative, .word = "Span", .flags = kNoConvert)    \
+  VX_QTY(Area, Area, .label = "Area:")                                                                     \
+  VX_REAL(Angle, .label = "Angle:", .format = "0.00", .check = Check::Outside, .lo = -20, .hi = 75,        \
+          .word = "Angle")                                                                                 \
+  VX_REAL(Ratio, .label = "Ratio:", .format = "0.000", .check = Check::NotPositive, .word = "Ratio",       \
+          .flags = kWarnEntryOutside, .entryLo = 0.0, .entryHi = 0.3)                                      \
   VX_INT(Count, .label = "Count:", .format = "0", .check = Check::BelowOne, .word = "Count")
 
 class TestClass : public DataClass {

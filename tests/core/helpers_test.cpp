@@ -20,7 +20,7 @@ TEST(Helpers, TrigonometryContracts) {
     double y, x, expected;
   };
   const double q = std::atan(1.0);
-  const Case cases[] = {{1, 1, q}, {1, -1, 3 * q}, {0, -1, 4 * q}, {-1, -1, -3 * q},
+  const Case cases[] = {{1, 1, q},     {1, -1, 3 * q},  {0, -1, 4 * q}, {-1, -1, -3 * q},
                         {1, 0, 2 * q}, {-1, 0, -2 * q}, {0, 0, 0}};
   for (const Case& c : cases) EXPECT_DOUBLE_EQ(ArcTan2(c.y, c.x), c.expected) << c.y << "," << c.x;
   EXPECT_DOUBLE_EQ(Log10(1000.0), 3.0);

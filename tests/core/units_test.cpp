@@ -110,11 +110,11 @@ TEST(Units, FormatsFollowSelectionUntilTheUserSetsOne) {
     const char* format;
   };
   const Case cases[] = {
-      {UnitFamily::Length, 0, "0.00"},         {UnitFamily::Length, 3, "0"},
-      {UnitFamily::Length, 4, "0.000"},        {UnitFamily::Speed, 2, "0.000"},
-      {UnitFamily::Torque, 2, "0"},            {UnitFamily::Pressure, 2, "0.00"},
-      {UnitFamily::Density, 0, "0.0000"},      {UnitFamily::Viscosity, 1, "0.00000e+0"},
-      {UnitFamily::PropLength, 1, "0.00000"},  {UnitFamily::TipSpeed, 4, "0.00"},
+      {UnitFamily::Length, 0, "0.00"},        {UnitFamily::Length, 3, "0"},
+      {UnitFamily::Length, 4, "0.000"},       {UnitFamily::Speed, 2, "0.000"},
+      {UnitFamily::Torque, 2, "0"},           {UnitFamily::Pressure, 2, "0.00"},
+      {UnitFamily::Density, 0, "0.0000"},     {UnitFamily::Viscosity, 1, "0.00000e+0"},
+      {UnitFamily::PropLength, 1, "0.00000"}, {UnitFamily::TipSpeed, 4, "0.00"},
       {UnitFamily::Temperature, 1, "0"},
   };
   for (const Case& c : cases) {

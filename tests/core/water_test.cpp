@@ -22,8 +22,10 @@ TEST_F(WaterFixture, StandardValuesAtTheReferenceTemperature) {
     double density, viscosity;
   };
   const Case cases[] = {
-      {true, 0, 1026.0, 1.1892e-6},  {true, 1, 999.1, 1.1386e-6},
-      {false, 0, 1.9908, 1.2798e-5}, {false, 1, 1.9386, 1.2256e-5},
+      {true, 0, 1026.0, 1.1892e-6},
+      {true, 1, 999.1, 1.1386e-6},
+      {false, 0, 1.9908, 1.2798e-5},
+      {false, 1, 1.9386, 1.2256e-5},
       {true, 2, (1026.0 + 999.1) * 0.5, (1.1892e-6 + 1.1386e-6) * 0.5},
   };
   for (const Case& c : cases) {
@@ -60,7 +62,8 @@ TEST_F(WaterFixture, TemperatureSelectsTheViscosityRange) {
     double bd = 0, bv = 0;
     water.CalcDensityAndViscosity(bd, bv);
     EXPECT_DOUBLE_EQ(bd, (water.CalcStandardDensitySalt(c.dT) + water.CalcStandardDensityFresh(c.dT)) * 0.5);
-    EXPECT_DOUBLE_EQ(bv, (water.CalcStandardViscositySalt(c.dT) + water.CalcStandardViscosityFresh(c.dT)) * 0.5);
+    EXPECT_DOUBLE_EQ(bv,
+                     (water.CalcStandardViscositySalt(c.dT) + water.CalcStandardViscosityFresh(c.dT)) * 0.5);
     water.WaterDefinitionIndex(0);
   }
 }
