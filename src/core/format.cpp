@@ -208,16 +208,17 @@ std::string FormatNumber(double value, std::string_view pattern) {
   return out;
 }
 
-DateTime Now() {
-  const std::time_t now = std::time(nullptr);
+DateTime LocalTime(std::time_t t) {
   std::tm tm{};
 #ifdef _WIN32
-  localtime_s(&tm, &now);
+  localtime_s(&tm, &t);
 #else
-  localtime_r(&now, &tm);
+  localtime_r(&t, &tm);
 #endif
   return DateTime{tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec};
 }
+
+DateTime Now() { return LocalTime(std::time(nullptr)); }
 
 namespace {
 

@@ -3,6 +3,7 @@
 // shortest decimal form (2.675 with "0.00" gives "2.68").
 #pragma once
 
+#include <ctime>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,8 @@ struct DateTime {
   int hour = 0, minute = 0, second = 0;
 };
 
+// The local date and time of a calendar time, and of now.
+DateTime LocalTime(std::time_t t);
 DateTime Now();
 
 // Renders a date/time by a pattern: "yyyymmdd", "hhmm", "yyyy-mm-dd", "hh:mm:ss", "hh:mm",

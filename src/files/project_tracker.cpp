@@ -15,16 +15,6 @@ namespace {
 
 constexpr int kMinimumSessionSeconds = 5 * 60;
 
-DateTime LocalTime(std::time_t t) {
-  std::tm tm{};
-#ifdef _WIN32
-  localtime_s(&tm, &t);
-#else
-  localtime_r(&t, &tm);
-#endif
-  return DateTime{tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec};
-}
-
 // A field must not split the line: separators and line breaks inside a text become blanks.
 std::string Field(std::string text) {
   for (char& c : text)
