@@ -21,6 +21,8 @@ build: setup
 run: build
 	@echo "== velmar-cli info examples/cargo_ship_si.vxvl"; $(CLI) info examples/cargo_ship_si.vxvl
 	@echo; echo "== velmar-cli calc examples/cargo_ship_si.vxvl"; $(CLI) calc examples/cargo_ship_si.vxvl
+	@echo; echo "== velmar-cli calc examples/cargo_ship_si.vxvl --mode propulsion"; \
+	  $(CLI) calc examples/cargo_ship_si.vxvl --mode propulsion
 
 test: build
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)

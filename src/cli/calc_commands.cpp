@@ -2,6 +2,7 @@
 // window program's commands do (headless hooks: questions take their default answer,
 // warnings go to standard error), and print the results.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <iostream>
@@ -14,6 +15,7 @@
 #include "core/helpers.h"
 #include "core/ui_hooks.h"
 #include "files/project_file.h"
+#include "propulsion/propulsion_driver.h"
 #include "resistance/parameter_influence.h"
 #include "resistance/resistance_driver.h"
 #include "vessel/hull_estimates.h"
@@ -69,6 +71,39 @@ bool OpenForCommand(const std::string& path) {
   return OpenInput(path, result);
 }
 
+// The readable table of a propulsion run in groups, so that each stays legible in 120
+// columns; every group starts with the speed. CSV and JSON carry every column.
+struct ColumnGroup {
+  const char* title;
+  std::vector<const char*> names;
+};
+const std::vector<ColumnGroup>& PropulsionGroups() {
+  static const std::vector<ColumnGroup> groups = {
+      {"Resistance",
+       {"Speed", "CoefFroudeLength", "DragBareHull", "DragAppendages", "DragMargin", "DragTotal",
+        "PowerEffectiveTotal"}},
+      {"Hull-propulsor interaction", {"Speed", "WakeFraction", "ThrustDeduction", "RelRotEfficiency"}},
+      {"Propeller",
+       {"Speed", "PropulsorRPM", "EngineRPM", "CPMeanPitch", "CoefPropulsorJ", "CoefPropulsorKT",
+        "CoefPropulsorKQ", "PropulsorEfficiency", "OverallPropulsiveEfficiency", "PropulsorThrust",
+        "PropulsorTorque"}},
+      {"Power",
+       {"Speed", "PowerEffectiveTotal", "PowerDeliveredPerProp", "PowerShaftPerProp", "PowerBrakePerProp",
+        "PowerShaftTotal", "PowerBrakeTotal", "TotalDeliveredThrust", "TotalNetTowpull", "TransportFactor"}},
+      {"Loading and cavitation",
+       {"Speed", "CoefPropulsorKTJ2", "CoefPropulsorCP", "SigmaV", "Sigma07R", "PercentCavAverage",
+        "PercentCavPeak", "RecommendedEAR", "MeanBladePressure", "MinPitchFaceCav", "TipSpeed"}},
+      {"Engine", {"Speed", "EngineRPM", "PowerBrakePerProp", "PercentEngineLoadFactor", "FuelRatePerEngine"}},
+  };
+  return groups;
+}
+
+std::vector<int> ColumnsOf(const std::vector<const char*>& names) {
+  std::vector<int> cols;
+  for (const char* n : names) cols.push_back(clsVXSpeedPerformance::ColumnIndex(n));
+  return cols;
+}
+
 void PrintTable(const clsVXSpeedPerformance& sp, const clsVXUnits& units, const std::vector<int>& cols) {
   std::vector<std::vector<std::string>> cells(static_cast<size_t>(sp.count()) + 2);
   for (int c : cols) {
@@ -76,11 +111,12 @@ void PrintTable(const clsVXSpeedPerformance& sp, const clsVXUnits& units, const 
     cells[0].push_back(*d.symbol ? d.symbol : d.name);
     const std::string u = UnitLabel(d, units);
     cells[1].push_back(u.empty() ? "-" : "[" + u + "]");
-    // A coefficient without a format of its own shows like its neighbours, to six decimals.
+    // A coefficient without a format of its own shows like its neighbours, to six decimals;
+    // the cavitation and loading results carry the marks of their checks.
     const bool plain = !*d.format && d.family == UnitFamily::None;
     for (int r = 0; r < sp.count(); ++r)
       cells[static_cast<size_t>(r) + 2].push_back(plain ? FormatNumber(sp.Raw(r, c), "0.000000")
-                                                        : sp.FormattedOf(r, c));
+                                                        : sp.FormattedOf(r, c, true));
   }
   std::vector<size_t> width(cols.size(), 0);
   for (const auto& row : cells)
@@ -92,26 +128,73 @@ void PrintTable(const clsVXSpeedPerformance& sp, const clsVXUnits& units, const 
   }
 }
 
-void RunCalc(const std::string& path, const std::string& mode, const std::string& format,
-             const std::string& out) {
-  const bool propulsion = EqualsNoCase(mode, "propulsion");
-  if (!propulsion && !EqualsNoCase(mode, "resistance"))
-    return Fail(kExitUsage, "unknown mode \"" + mode + "\"; use resistance or propulsion");
-  if (!EqualsNoCase(format, "table") && !EqualsNoCase(format, "csv") && !EqualsNoCase(format, "json"))
-    return Fail(kExitUsage, "unknown format \"" + format + "\"; use table, csv or json");
-  if (!OpenForCommand(path)) return;
-  App().CurrentMode = propulsion ? Mode::Propulsion : Mode::Resistance;
-  const CalculateResult result = RunCalculate();
+// The columns a run of `mode` writes, without repeats.
+std::vector<int> ResultColumns(bool propulsion) {
+  std::vector<int> cols = ResistanceResultColumns();
+  if (propulsion)
+    for (int c : PropulsionResultColumns())
+      if (std::find(cols.begin(), cols.end(), c) == cols.end()) cols.push_back(c);
+  return cols;
+}
+
+// Column names typed by the user, comma-separated; empty on an unknown name (reported).
+bool ParseColumns(const std::string& list, std::vector<int>& cols) {
+  for (const std::string& name : SplitDelimited(list, ",")) {
+    const std::string n = Trim(name);
+    if (n.empty()) continue;
+    const int c = clsVXSpeedPerformance::ColumnIndex(n);
+    if (c < 0) {
+      Fail(kExitUsage, "unknown column \"" + n + "\"; the columns are named as in the csv header");
+      return false;
+    }
+    cols.push_back(c);
+  }
+  if (cols.empty()) Fail(kExitUsage, "--columns names no column");
+  return !cols.empty();
+}
+
+struct CalcOptions {
+  std::string path, mode = "resistance", format = "table", out, columns;
+  bool keepResistance = false;
+};
+
+void RunCalc(const CalcOptions& o) {
+  const bool propulsion = EqualsNoCase(o.mode, "propulsion");
+  if (!propulsion && !EqualsNoCase(o.mode, "resistance"))
+    return Fail(kExitUsage, "unknown mode \"" + o.mode + "\"; use resistance or propulsion");
+  if (!EqualsNoCase(o.format, "table") && !EqualsNoCase(o.format, "csv") && !EqualsNoCase(o.format, "json"))
+    return Fail(kExitUsage, "unknown format \"" + o.format + "\"; use table, csv or json");
+  if (o.keepResistance && !propulsion)
+    return Fail(kExitUsage, "--keep-resistance goes with --mode propulsion");
+  std::vector<int> cols;
+  if (!o.columns.empty() && !ParseColumns(o.columns, cols)) return;
+  if (!OpenForCommand(o.path)) return;
+  // Propulsion mode takes the drag columns as they stand; a user calculates the resistance
+  // first, and so does this command unless told to keep the stored drags.
+  bool ok = true;
+  std::string warning;
+  auto calculate = [&](Mode mode) {
+    App().CurrentMode = mode;
+    const CalculateResult result = RunCalculate();
+    if (result.warningShown) {
+      std::cerr << StripControlChars(result.warning, true) << "\n";
+      warning += (warning.empty() ? "" : "\r\n\r\n") + result.warning;
+    }
+    ok = ok && result.ok;
+    return result.ok;
+  };
+  if (!propulsion || !o.keepResistance) calculate(Mode::Resistance);
+  if (propulsion && ok) calculate(Mode::Propulsion);
+
   const ModelSet& p = App().primary;
   const clsVXSpeedPerformance& sp = *p.SpeedPerformance;
   const clsVXUnits& units = *p.Units;
-  const std::vector<int> cols = ResistanceResultColumns();
-  if (result.warningShown) std::cerr << StripControlChars(result.warning, true) << "\n";
+  if (cols.empty() && !EqualsNoCase(o.format, "table")) cols = ResultColumns(propulsion);
 
-  if (EqualsNoCase(format, "json")) {
+  if (EqualsNoCase(o.format, "json")) {
     std::cout << "{\"mode\": " << JsonString(propulsion ? "propulsion" : "resistance")
-              << ", \"ok\": " << (result.ok ? "true" : "false")
-              << ", \"warning\": " << JsonString(result.warning) << ", \"units\": {";
+              << ", \"ok\": " << (ok ? "true" : "false") << ", \"warning\": " << JsonString(warning)
+              << ", \"units\": {";
     bool first = true;
     for (int c : cols) {
       const FieldDesc& d = clsVXSpeedPerformance::Column(c);
@@ -128,7 +211,7 @@ void RunCalc(const std::string& path, const std::string& mode, const std::string
       std::cout << "}";
     }
     std::cout << "]}\n";
-  } else if (EqualsNoCase(format, "csv")) {
+  } else if (EqualsNoCase(o.format, "csv")) {
     for (size_t i = 0; i < cols.size(); ++i)
       std::cout << (i ? "," : "") << clsVXSpeedPerformance::Column(cols[i]).name;
     std::cout << "\n";
@@ -141,16 +224,32 @@ void RunCalc(const std::string& path, const std::string& mode, const std::string
     }
   } else {
     std::cout << (propulsion ? "Propulsion" : "Resistance") << " prediction of " << p.Project->FileName
-              << "\n\n";
-    std::vector<int> shown;
-    for (int c : cols)
-      if (*clsVXSpeedPerformance::Column(c).symbol) shown.push_back(c);
-    PrintTable(sp, units, shown);
+              << "\n";
+    if (!cols.empty()) {
+      std::cout << "\n";
+      PrintTable(sp, units, cols);
+    } else if (!propulsion) {
+      std::vector<int> shown;
+      for (int c : ResistanceResultColumns())
+        if (*clsVXSpeedPerformance::Column(c).symbol) shown.push_back(c);
+      std::cout << "\n";
+      PrintTable(sp, units, shown);
+    } else {
+      // The operating pitch means something for a controllable-pitch propeller only.
+      const int cpPitch = clsVXSpeedPerformance::ColumnIndex("CPMeanPitch");
+      const bool cpp = p.Propeller->PropellerType() == 1;
+      for (const ColumnGroup& g : PropulsionGroups()) {
+        std::vector<int> shown = ColumnsOf(g.names);
+        if (!cpp) std::erase(shown, cpPitch);
+        std::cout << "\n" << g.title << "\n";
+        PrintTable(sp, units, shown);
+      }
+    }
   }
 
-  if (!out.empty() && SaveProjectFile(out) != 1)
-    return Fail(kExitUsage, "the project could not be saved to \"" + out + "\"");
-  if (!result.ok) SetExitCode(kExitFailed);
+  if (!o.out.empty() && SaveProjectFile(o.out) != 1)
+    return Fail(kExitUsage, "the project could not be saved to \"" + o.out + "\"");
+  if (!ok) SetExitCode(kExitFailed);
 }
 
 void RunInfluence(const std::string& path) {
@@ -209,12 +308,17 @@ void RunEstimate(const std::string& path, const std::string& itemName) {
 
 void RegisterCalcCommands(CLI::App& app) {
   auto* calc = app.add_subcommand("calc", "Open a project, run Calculate and print the results");
-  static std::string path, mode = "resistance", format = "table", out;
-  calc->add_option("FILE", path, "Project file (*.vxvl)")->required();
-  calc->add_option("--mode", mode, "resistance or propulsion")->capture_default_str();
-  calc->add_option("--format", format, "table, csv or json")->capture_default_str();
-  calc->add_option("-o,--output", out, "Save the project with its results to this file");
-  calc->callback([] { RunCalc(path, mode, format, out); });
+  static CalcOptions o;
+  calc->add_option("FILE", o.path, "Project file (*.vxvl)")->required();
+  calc->add_option("--mode", o.mode,
+                   "resistance, or propulsion (Calculate in Resistance mode, then in Propulsion mode)")
+      ->capture_default_str();
+  calc->add_flag("--keep-resistance", o.keepResistance,
+                 "with --mode propulsion: take the drag columns as stored in the file");
+  calc->add_option("--format", o.format, "table, csv or json")->capture_default_str();
+  calc->add_option("--columns", o.columns, "comma-separated column names (as in the csv header) to print");
+  calc->add_option("-o,--output", o.out, "Save the project with its results to this file");
+  calc->callback([] { RunCalc(o); });
 
   auto* influence = app.add_subcommand("influence", "Parameter influence of the hull on the bare-hull drag");
   static std::string influencePath;

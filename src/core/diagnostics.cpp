@@ -15,6 +15,7 @@ struct CalcErrorState {
   std::string text;
   bool found = false;
   bool atSpeed = false;
+  bool cancel = false;
 };
 
 CalcErrorState& State() {
@@ -83,6 +84,8 @@ std::string GetCalcErrorText() { return State().text; }
 std::string GetCalcLocation() { return State().location; }
 std::string GetCalcCause() { return State().cause; }
 void ResetCalcErrorState() { State() = CalcErrorState{}; }
+bool CalcCancelFlag() { return State().cancel; }
+void SetCalcCancelFlag(bool cancel) { State().cancel = cancel; }
 
 std::string ComposeWarningText(int severity, std::string_view location, std::string_view message,
                                double speed) {

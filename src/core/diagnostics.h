@@ -19,6 +19,11 @@ void SetCalcErrorAtSpeed(bool atSpeed);
 std::string GetCalcErrorText();
 std::string GetCalcLocation();
 std::string GetCalcCause();
+// The user's stop request. The RPM solution polls it between its passes; it is read, never
+// cleared, by a prediction, and gives no error text.
+bool CalcCancelFlag();
+void SetCalcCancelFlag(bool cancel);
+
 // Clears the whole state (a new run of a test, a new project).
 void ResetCalcErrorState();
 

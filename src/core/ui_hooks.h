@@ -33,6 +33,9 @@ class UIHooks {
   virtual void ShowModeView(int /*mode*/) {}
   // Keep a picture of the graph on screen, for the animated change-over after a Calculate.
   virtual void SnapshotGraph() {}
+  // The propeller sizing window, shown modally before a propulsion analysis when a sizing is
+  // set. Headless: closed at once without sizing.
+  virtual void ShowPropellerSizing() {}
 };
 
 // Answers questions from a script (first in, first out), else with the default answer,

@@ -29,7 +29,8 @@ constexpr E::CurveDesc kCurves[] = {VX_ENGINE_CURVES(VX_ENGINE_DESC)};
 
 const E::CurveDesc& Desc(C c) { return kCurves[static_cast<size_t>(c)]; }
 
-// The lookups. The y of the net lookup is the power less the parasitic load.
+// The lookups. The y of the net lookup is the power less the parasitic load. The four lookups on
+// the maximum-power curve share one failure text.
 struct Lookup {
   C x, y;
   bool net;
@@ -37,13 +38,11 @@ struct Lookup {
   const char* failure;
 };
 
-constexpr Lookup kMaxPowerFromRPM{C::MaxPowerRPM, C::MaxPowerPower, false, 0,
-                                  "getting max power from max power RPM"};
-constexpr Lookup kRPMFromMaxPower{C::MaxPowerPower, C::MaxPowerRPM, false, 0, "getting RPM from max power"};
-constexpr Lookup kNetMaxPowerFromRPM{C::MaxPowerRPM, C::MaxPowerPower, true, 0,
-                                     "getting net max power from max power RPM"};
-constexpr Lookup kFuelRateFromMaxPowerRPM{C::MaxPowerRPM, C::MaxPowerFuelRate, false, 0,
-                                          "getting fuel rate from max power RPM"};
+constexpr const char* kMaxPowerFailure = "getting max power from max power RPM";
+constexpr Lookup kMaxPowerFromRPM{C::MaxPowerRPM, C::MaxPowerPower, false, 0, kMaxPowerFailure};
+constexpr Lookup kRPMFromMaxPower{C::MaxPowerPower, C::MaxPowerRPM, false, 0, kMaxPowerFailure};
+constexpr Lookup kNetMaxPowerFromRPM{C::MaxPowerRPM, C::MaxPowerPower, true, 0, kMaxPowerFailure};
+constexpr Lookup kFuelRateFromMaxPowerRPM{C::MaxPowerRPM, C::MaxPowerFuelRate, false, 0, kMaxPowerFailure};
 constexpr Lookup kRPMFromDefinedLoadPower{C::DefinedLoadPower, C::DefinedLoadRPM, false, 1,
                                           "getting RPM from defined load power"};
 constexpr Lookup kFuelRateFromDefinedLoadPower{C::DefinedLoadPower, C::DefinedLoadFuelRate, false, 1,

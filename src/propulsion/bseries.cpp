@@ -1,0 +1,194 @@
+// The Wageningen B-screw series in the regression of Oosterveld, M.W.C. and van Oossanen, P.
+// (1975) "Further computer-analyzed data of the Wageningen B-screw series", International
+// Shipbuilding Progress 22(251), Table 1 as reproduced by Bernitsas, Ray and Kinley (1981),
+// University of Michigan NA&ME Report 237. The polynomials hold at Rn = 2e6; their own
+// Reynolds correction is not applied here, a scale effect goes through the scale correction.
+#include "propulsion/bseries.h"
+
+#include <cmath>
+#include <iterator>
+#include <span>
+
+#include "core/diagnostics.h"
+
+namespace velmar {
+namespace {
+
+// One term C J^s (P/D)^t (AE/A0)^u Z^v.
+struct Term {
+  double c;
+  int s, t, u, v;
+};
+
+// clang-format off
+// KT, 39 terms in the published order.
+constexpr Term kKT[] = {
+    {0.00880496, 0, 0, 0, 0},
+    {-0.204554, 1, 0, 0, 0},
+    {0.166351, 0, 1, 0, 0},
+    {0.158114, 0, 2, 0, 0},
+    {-0.147581, 2, 0, 1, 0},
+    {-0.481497, 1, 1, 1, 0},
+    {0.415437, 0, 2, 1, 0},
+    {0.0144043, 0, 0, 0, 1},
+    {-0.0530054, 2, 0, 0, 1},
+    {0.0143481, 0, 1, 0, 1},
+    {0.0606826, 1, 1, 0, 1},
+    {-0.0125894, 0, 0, 1, 1},
+    {0.0109689, 1, 0, 1, 1},
+    {-0.133698, 0, 3, 0, 0},
+    {0.00638407, 0, 6, 0, 0},
+    {-0.00132718, 2, 6, 0, 0},
+    {0.168496, 3, 0, 1, 0},
+    {-0.0507214, 0, 0, 2, 0},
+    {0.0854559, 2, 0, 2, 0},
+    {-0.0504475, 3, 0, 2, 0},
+    {0.010465, 1, 6, 2, 0},
+    {-0.00648272, 2, 6, 2, 0},
+    {-0.00841728, 0, 3, 0, 1},
+    {0.0168424, 1, 3, 0, 1},
+    {-0.00102296, 3, 3, 0, 1},
+    {-0.0317791, 0, 3, 1, 1},
+    {0.018604, 1, 0, 2, 1},
+    {-0.00410798, 0, 2, 2, 1},
+    {-0.000606848, 0, 0, 0, 2},
+    {-0.0049819, 1, 0, 0, 2},
+    {0.0025983, 2, 0, 0, 2},
+    {-0.000560528, 3, 0, 0, 2},
+    {-0.00163652, 1, 2, 0, 2},
+    {-0.000328787, 1, 6, 0, 2},
+    {0.000116502, 2, 6, 0, 2},
+    {0.000690904, 0, 0, 1, 2},
+    {0.00421749, 0, 3, 1, 2},
+    {0.0000565229, 3, 6, 1, 2},
+    {-0.00146564, 0, 3, 2, 2},
+};
+// KQ, 47 terms in the published order.
+constexpr Term kKQ[] = {
+    {0.00379368, 0, 0, 0, 0},
+    {0.00886523, 2, 0, 0, 0},
+    {-0.032241, 1, 1, 0, 0},
+    {0.00344778, 0, 2, 0, 0},
+    {-0.0408811, 0, 1, 1, 0},
+    {-0.108009, 1, 1, 1, 0},
+    {-0.0885381, 2, 1, 1, 0},
+    {0.188561, 0, 2, 1, 0},
+    {-0.00370871, 1, 0, 0, 1},
+    {0.00513696, 0, 1, 0, 1},
+    {0.0209449, 1, 1, 0, 1},
+    {0.00474319, 2, 1, 0, 1},
+    {-0.00723408, 2, 0, 1, 1},
+    {0.00438388, 1, 1, 1, 1},
+    {-0.0269403, 0, 2, 1, 1},
+    {0.0558082, 3, 0, 1, 0},
+    {0.0161886, 0, 3, 1, 0},
+    {0.00318086, 1, 3, 1, 0},
+    {0.015896, 0, 0, 2, 0},
+    {0.0471729, 1, 0, 2, 0},
+    {0.0196283, 3, 0, 2, 0},
+    {-0.0502782, 0, 1, 2, 0},
+    {-0.030055, 3, 1, 2, 0},
+    {0.0417122, 2, 2, 2, 0},
+    {-0.0397722, 0, 3, 2, 0},
+    {-0.00350024, 0, 6, 2, 0},
+    {-0.0106854, 3, 0, 0, 1},
+    {0.00110903, 3, 3, 0, 1},
+    {-0.000313912, 0, 6, 0, 1},
+    {0.0035985, 3, 0, 1, 1},
+    {-0.00142121, 0, 6, 1, 1},
+    {-0.00383637, 1, 0, 2, 1},
+    {0.0126803, 0, 2, 2, 1},
+    {-0.00318278, 2, 3, 2, 1},
+    {0.00334268, 0, 6, 2, 1},
+    {-0.00183491, 1, 1, 0, 2},
+    {0.000112451, 3, 2, 0, 2},
+    {-0.0000297228, 3, 6, 0, 2},
+    {0.000269551, 1, 0, 1, 2},
+    {0.00083265, 2, 0, 1, 2},
+    {0.00155334, 0, 2, 1, 2},
+    {0.000302683, 0, 6, 1, 2},
+    {-0.0001843, 0, 0, 2, 2},
+    {-0.000425399, 0, 3, 2, 2},
+    {0.0000869243, 3, 3, 2, 2},
+    {-0.0004659, 0, 6, 2, 2},
+    {0.0000554194, 1, 6, 2, 2},
+};
+// clang-format on
+static_assert(std::size(kKT) == 39 && std::size(kKQ) == 47);
+
+// Highest exponent of J, P/D and EAR in the tables, and of Z.
+constexpr int kMaxPower = 6;
+
+// The derivative orders of DerivativeArray: (J, P/D, EAR).
+constexpr int kOrders[9][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {2, 0, 0}, {0, 2, 0},
+                               {0, 0, 2}, {1, 1, 0}, {1, 0, 1}, {0, 1, 1}};
+
+// Powers x^0 .. x^kMaxPower.
+struct Powers {
+  double p[kMaxPower + 1];
+  explicit Powers(double x) {
+    p[0] = 1.0;
+    for (int i = 1; i <= kMaxPower; ++i) p[i] = p[i - 1] * x;
+  }
+  // The k-th derivative of x^e: e (e-1) .. (e-k+1) x^(e-k), 0 when k exceeds e.
+  double Derivative(int e, int k) const {
+    if (k > e) return 0.0;
+    double f = p[e - k];
+    for (int i = 0; i < k; ++i) f *= e - i;
+    return f;
+  }
+};
+
+// The sum of a table at (J, P/D, EAR, Z) and, if asked, its derivatives term by term.
+bool Sum(std::span<const Term> terms, double& K, double J, double PD, double EAR, int Z, DerivativeArray* d) {
+  const Powers pj(J), pp(PD), pe(EAR), pz(Z);
+  double sum = 0.0;
+  if (d) d->fill(0.0);
+  for (const Term& a : terms) {
+    const double cz = a.c * pz.p[a.v];
+    sum += cz * pj.p[a.s] * pp.p[a.t] * pe.p[a.u];
+    if (!d) continue;
+    for (int i = 0; i < 9; ++i) {
+      const int* k = kOrders[i];
+      (*d)[i] += cz * pj.Derivative(a.s, k[0]) * pp.Derivative(a.t, k[1]) * pe.Derivative(a.u, k[2]);
+    }
+  }
+  K = sum;
+  if (std::isfinite(sum)) return true;
+  AddCalcError(std::isnan(sum) ? "Invalid procedure call or argument" : "Overflow");
+  return false;
+}
+
+}  // namespace
+
+bool CalcKTBSeries(double& KT, double J, double PD, double EAR, int Z, DerivativeArray* d) {
+  return Sum(kKT, KT, J, PD, EAR, Z, d);
+}
+
+bool CalcKQBSeries(double& KQ, double J, double PD, double EAR, int Z, DerivativeArray* d) {
+  return Sum(kKQ, KQ, J, PD, EAR, Z, d);
+}
+
+// Holtrop & Mennen (1982) "An approximate power prediction method", Int. Shipbuilding Progress
+// 29, applying the propeller scale effect of the ITTC (1978) Performance Prediction Method to
+// B-series charts with a model-scale section drag frozen at 0.003605:
+//   c0.75 = 2.073 EAR D / Z,   t/c = (0.0185 - 0.00125 Z) D / c0.75,   kp = 30e-6 m,
+//   dCD = (2 + 4 t/c) (0.003605 - (1.89 + 1.62 log10(c0.75 / kp))^-2.5),
+//   dKT = -dCD 0.3 P/D c0.75 Z / D,   dKQ = dCD 0.25 c0.75 Z / D.
+bool CalcBSeriesScaleCorrection(BSeriesScaleCorrection& r, double PD, double EAR, int Z, double D, double tc,
+                                double roughness) {
+  r = BSeriesScaleCorrection{};
+  if (!(D > 0.0 && EAR > 0.0 && Z > 0)) return false;
+  r.chord = 2.073 * EAR * D / Z;
+  r.tc = tc > 0.0 ? tc : (0.0185 - 0.00125 * Z) * D / r.chord;
+  const double kp = roughness > 0.0 ? roughness : 30e-6;
+  const double rough = 1.89 + 1.62 * std::log10(r.chord / kp);
+  if (!(rough > 0.0)) return false;
+  r.dCD = (2.0 + 4.0 * r.tc) * (0.003605 - std::pow(rough, -2.5));
+  const double solidity = r.chord * Z / D;
+  r.dKT = -r.dCD * 0.3 * PD * solidity;
+  r.dKQ = r.dCD * 0.25 * solidity;
+  return std::isfinite(r.dKT) && std::isfinite(r.dKQ);
+}
+
+}  // namespace velmar

@@ -1,0 +1,33 @@
+// The Wageningen B-screw series: open-water thrust and torque coefficients with their first and
+// second derivatives, and the full-scale correction of its section drag.
+#pragma once
+
+#include <array>
+
+namespace velmar {
+
+// First and second partial derivatives of a KT or KQ sum with regard to J, P/D and EAR:
+// [0] d/dJ, [1] d/dPD, [2] d/dEAR, [3] d2/dJ2, [4] d2/dPD2, [5] d2/dEAR2, [6] d2/dJdPD,
+// [7] d2/dJdEAR, [8] d2/dPDdEAR.
+using DerivativeArray = std::array<double, 9>;
+
+// Wageningen B-series (Oosterveld & van Oossanen 1975) at Rn = 2e6; `d` may be null, else it
+// is overwritten with the derivatives. False (with a text) only for a non-finite result.
+bool CalcKTBSeries(double& KT, double J, double PD, double EAR, int Z, DerivativeArray* d = nullptr);
+bool CalcKQBSeries(double& KQ, double J, double PD, double EAR, int Z, DerivativeArray* d = nullptr);
+
+// The section-drag correction from the B-series charts to a full-scale propeller.
+struct BSeriesScaleCorrection {
+  double chord = 0.0;  // c0.75, m
+  double tc = 0.0;     // thickness over chord used
+  double dCD = 0.0;    // section drag difference, chart less ship
+  double dKT = 0.0;    // KT(ship) = KT(chart) - dKT
+  double dKQ = 0.0;    // KQ(ship) = KQ(chart) - dKQ
+};
+// D and the roughness in metres. A thickness ratio or roughness not above 0 takes the
+// estimate of Holtrop & Mennen (1982). False when the chord or the drag bracket leaves the
+// range of the logarithm and power (a blade too small for its roughness).
+bool CalcBSeriesScaleCorrection(BSeriesScaleCorrection& r, double PD, double EAR, int Z, double D, double tc,
+                                double roughness);
+
+}  // namespace velmar

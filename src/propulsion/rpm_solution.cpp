@@ -1,0 +1,192 @@
+// The RPM solution of a fixed-pitch propeller for a required thrust. The search brackets the
+// thrust between two rates 0.1 rev/s apart and then closes in by interpolating the rate to the
+// power e (thrust ~ n^e, e = 2, or 1 for the Kaplan 37 series), pulling the lower end to the
+// midpoint on every pass. Every thrust evaluation runs the whole propeller model; nothing is
+// cached between passes, so both ends are re-evaluated each time.
+#include "propulsion/rpm_solution.h"
+
+#include <cmath>
+
+#include "core/curve_fit.h"
+#include "core/diagnostics.h"
+#include "propulsion/propulsion_driver.h"
+
+namespace velmar {
+namespace {
+
+constexpr int kKaplan37 = 6;
+constexpr int kMaxPasses = 50;
+
+// The thrust of one propulsor at rate n (1/s): KT rho n^2 D^4.
+struct ThrustAt {
+  clsVXWaterProperties& water;
+  clsVXPropulsion& propulsion;
+  clsVXPropeller& propeller;
+  clsVXPropellerSeries& series;
+  double rho, va, D, EAR, pitch;
+
+  bool operator()(double n, double& thrust) const {
+    double KT = 0.0, KQ = 0.0, sa = 0.0, ta = 0.0, sp = 0.0, tp = 0.0;
+    if (CalcPropulsorKTKQ(KT, KQ, water, propulsion, propeller, series, n, va, D, EAR, 1, pitch, sa, ta, sp,
+                          tp) == 0) {
+      AddCalcError("KTKQ calculation");
+      return false;
+    }
+    thrust = KT * rho * n * n * D * D * D * D;
+    return true;
+  }
+};
+
+// The controllable-pitch branch hands the rate and pitch to the propeller sizing solver,
+// which this version of the program does not carry.
+int ControllablePitch(clsVXPropulsion& propulsion, double etaR) {
+  if (!(etaR > 0.0)) {
+    AddCalcError("Relative-rotative efficiency");
+    return kRPMFailed;
+  }
+  if (!(propulsion.GearRatio() > 0.0)) {
+    AddCalcError("Gear ratio");
+    return kRPMFailed;
+  }
+  if (propulsion.CPPMethod() == 0 && !(propulsion.FixedEngineRPM() > 0.0)) {
+    AddCalcError("Fixed engine RPM");
+    return kRPMFailed;
+  }
+  AddCalcError(
+      "Controllable-pitch propellers need the propeller sizing solver, which this version of the "
+      "program does not carry.");
+  AddCalcError("propeller sizing");
+  return kRPMFailed;
+}
+
+}  // namespace
+
+double RPMSolutionTolerance(double thrust) {
+  double tol = 0.00001 * thrust;
+  if (tol < 1.0) tol = thrust < 100.0 ? 0.1 : 1.0;
+  return tol;
+}
+
+int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& water,
+                          clsVXPropulsion& propulsion, clsVXPropeller& propeller,
+                          clsVXPropellerSeries& propellerSeries, double advanceSpeed, double etaR,
+                          double& meanPitch, clsVXEngine& /*engine*/) {
+  SetCalcLocation("Calculating RPM for given thrust");
+  // 1.
+  if (propulsion.PropulsorCalcType() == 3) {
+    AddCalcError("Waterjets not used in propeller RPM solution");
+    return kRPMFailed;
+  }
+  // 2. Water, drive train and propeller.
+  const double rho = water.Density(kSlugPerFt3);
+  if (water.ErrorsFound()) {
+    AddCalcErrors(water.Errors());
+    return kRPMFailed;
+  }
+  const int calcType = propulsion.PropulsorCalcType();
+  propulsion.GearEfficiency();
+  propulsion.ShaftEfficiency();
+  if (propulsion.ErrorsFound()) {
+    AddCalcErrors(propulsion.Errors());
+    return kRPMFailed;
+  }
+  const int Z = propeller.BladeCount();
+  const double D = propeller.Diameter(kFt);
+  const double pitchMean = propeller.PitchMean(kFt);
+  const double EAR = propeller.ExpAreaRatio();
+  if (propeller.ErrorsFound()) {
+    AddCalcErrors(propeller.Errors());
+    return kRPMFailed;
+  }
+  // 3. Advance-coefficient limits of the propeller model.
+  if (calcType == 2) {
+    AddCalcError("KTKQ data are not available as a propeller model in this version of the program.");
+    return kRPMFailed;
+  }
+  const auto limits = GetPropellerSeriesLimits(propellerSeries.Series(), Z);
+  if (!limits) {
+    AddCalcError("Propeller series limits");
+    return kRPMFailed;
+  }
+  // 4. A controllable-pitch propeller is solved for pitch.
+  if (propeller.PropellerType() == 1) return ControllablePitch(propulsion, etaR);
+  // A drag or wake that is not a number would keep the searches below from ending.
+  if (!std::isfinite(thrust) || !std::isfinite(advanceSpeed)) {
+    AddCalcError("Required thrust");
+    return kRPMFailed;
+  }
+
+  // 5. Fixed pitch.
+  if (meanPitch == 0.0) meanPitch = pitchMean;
+  const ThrustAt thrustAt{water,        propulsion, propeller, propellerSeries, rho,
+                          advanceSpeed, D,          EAR,       meanPitch};
+
+  // 6. Start at the largest advance coefficient of the series, or at the one of zero thrust
+  // when that is smaller.
+  double J = limits->JMax;
+  if (limits->JZeroFactor > 0.0) {
+    const double jZero = limits->JZeroFactor * meanPitch / D;
+    if (jZero < J) J = jZero;
+  }
+  // 7. Step down to the first point with positive coefficients. No lower bound: at J <= 0
+  // the rate is not positive and the propeller model fails.
+  double n = 0.0;
+  for (;;) {
+    J -= 0.01;
+    n = advanceSpeed / (J * D);
+    double KT = 0.0, KQ = 0.0, sa = 0.0, ta = 0.0, sp = 0.0, tp = 0.0;
+    if (CalcPropulsorKTKQ(KT, KQ, water, propulsion, propeller, propellerSeries, n, advanceSpeed, D, EAR, 1,
+                          meanPitch, sa, ta, sp, tp) == 0) {
+      AddCalcError("KTKQ calculation");
+      return kRPMFailed;
+    }
+    if (KT >= 0.0 && KQ >= 0.0) break;
+  }
+  // 8. Direction of the bracket search, in steps of 0.1 rev/s (6 RPM).
+  double T1 = 0.0;
+  if (!thrustAt(n, T1)) return kRPMFailed;
+  double step = 0.1, nLo = n, nHi = n + step;
+  if (T1 > thrust) {
+    step = -0.1;
+    nHi = n;
+    nLo = n + step;
+  }
+  // 9. Bracket. The runaway guard compares Va D / nHi with the smallest advance coefficient,
+  // not the advance coefficient itself; it only keeps the search from running away.
+  double TLo = 0.0, THi = 0.0;
+  for (;;) {
+    if (!thrustAt(nLo, TLo) || !thrustAt(nHi, THi)) return kRPMFailed;
+    if (CalcCancelFlag()) return kRPMStopped;
+    if (TLo < thrust && thrust < THi) break;
+    nLo += step;
+    nHi += step;
+    if (advanceSpeed * D / nHi <= limits->JMin || TLo <= 0.0 || THi <= 0.0) break;
+  }
+  // 10.-11. Regula falsi on n^e.
+  const double tol = RPMSolutionTolerance(thrust);
+  const double e = propellerSeries.Series() == kKaplan37 ? 1.0 : 2.0;
+  int count = 0;
+  do {
+    if (!thrustAt(nLo, TLo) || !thrustAt(nHi, THi)) return kRPMFailed;
+    const double y = Interpolate2Point(TLo, std::pow(nLo, e), THi, std::pow(nHi, e), thrust);
+    if (y > 0.0) {
+      n = std::pow(y, 1.0 / e);
+      if (!thrustAt(n, T1)) return kRPMFailed;
+      if (T1 < thrust) {
+        nHi = std::max(n, nHi);
+        nLo = std::min(n, nHi);
+      } else {
+        nHi = std::max(n, nLo);
+        nLo = std::min(n, nLo);
+      }
+    }
+    nLo = (nLo + nHi) * 0.5;
+    if (++count == kMaxPasses) return kRPMStopped;
+    if (CalcCancelFlag()) return kRPMStopped;
+  } while (std::fabs(T1 - thrust) > tol);
+  // 12.
+  rpm = n * 60.0;
+  return kRPMSolved;
+}
+
+}  // namespace velmar

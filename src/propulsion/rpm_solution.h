@@ -1,0 +1,32 @@
+// The rotation rate at which a propeller gives a required thrust: a bracket search in steps
+// of 6 RPM, then a regula falsi on the law that thrust goes with the rate squared.
+#pragma once
+
+#include "core/water.h"
+#include "propulsion/engine.h"
+#include "propulsion/propeller.h"
+#include "propulsion/propeller_series.h"
+#include "propulsion/propulsion_settings.h"
+
+namespace velmar {
+
+// Results of CalcRPMForGivenThrust.
+enum RPMSolutionResult : int {
+  kRPMFailed = 0,   // a failure text is on the calculation error state
+  kRPMSolved = 1,   // `rpm` holds the solution
+  kRPMStopped = 3,  // stopped early (50 passes, or the user's stop): `rpm` is left as given
+};
+
+// `thrust` per propulsor in lbf, `advanceSpeed` in ft/s, `rpm` in 1/min, `meanPitch` in ft
+// (0: the propeller's mean pitch). A controllable-pitch propeller returns its solved pitch
+// through `meanPitch`.
+int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& water,
+                          clsVXPropulsion& propulsion, clsVXPropeller& propeller,
+                          clsVXPropellerSeries& propellerSeries, double advanceSpeed, double etaR,
+                          double& meanPitch, clsVXEngine& engine);
+
+// The thrust tolerance of the solution for a required thrust T (lbf): 1e-5 T, but 0.1 lbf
+// below 100 lbf and 1 lbf above when that is less than 1 lbf.
+double RPMSolutionTolerance(double thrust);
+
+}  // namespace velmar

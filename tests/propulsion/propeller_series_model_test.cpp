@@ -1,0 +1,322 @@
+#include "propulsion/propeller_series_model.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <fstream>
+#include <functional>
+#include <sstream>
+#include <string>
+#include <utility>
+
+#include "core/constants.h"
+#include "core/diagnostics.h"
+#include "propulsion/propeller_formulas.h"
+
+namespace velmar {
+namespace {
+
+double KTB(double J, double PD, double EAR, int Z, DerivativeArray* d = nullptr) {
+  double k = 0.0;
+  EXPECT_TRUE(CalcKTBSeries(k, J, PD, EAR, Z, d));
+  return k;
+}
+double KQB(double J, double PD, double EAR, int Z, DerivativeArray* d = nullptr) {
+  double k = 0.0;
+  EXPECT_TRUE(CalcKQBSeries(k, J, PD, EAR, Z, d));
+  return k;
+}
+
+// Points computed from the published coefficients (Oosterveld & van Oossanen 1975), to 8
+// decimals; the file is the literature shelf's check-value table.
+TEST(BSeriesTest, PublishedCheckValues) {
+  std::ifstream in(std::string(VELMAR_TEST_DATA) + "/bseries_check_values.csv");
+  ASSERT_TRUE(in);
+  std::string line;
+  std::getline(in, line);  // Z,EAR,PD,J,KT,KQ
+  int rows = 0;
+  for (; std::getline(in, line); ++rows) {
+    std::replace(line.begin(), line.end(), ',', ' ');
+    std::istringstream s(line);
+    int Z;
+    double EAR, PD, J, KT, KQ;
+    s >> Z >> EAR >> PD >> J >> KT >> KQ;
+    EXPECT_NEAR(KTB(J, PD, EAR, Z), KT, 1e-8) << line;
+    EXPECT_NEAR(KQB(J, PD, EAR, Z), KQ, 1e-8) << line;
+  }
+  EXPECT_EQ(rows, 12);
+}
+
+// The nine derivatives against central differences, J = 0 included (powers of zero).
+TEST(BSeriesTest, DerivativesMatchFiniteDifferences) {
+  const double h = 1e-4;
+  for (auto f : {&KTB, &KQB}) {
+    for (const auto& x : {std::array{0.0, 1.0, 0.7}, std::array{0.6, 0.8, 0.55}, std::array{1.1, 1.3, 1.0}}) {
+      auto g = [&](double dj, double dp, double de) {
+        return f(x[0] + dj, x[1] + dp, x[2] + de, 5, nullptr);
+      };
+      DerivativeArray d;
+      f(x[0], x[1], x[2], 5, &d);
+      const double g0 = g(0, 0, 0);
+      auto first = [&](double a, double b, double c) { return (g(a, b, c) - g(-a, -b, -c)) / (2 * h); };
+      auto second = [&](double a, double b, double c) {
+        return (g(a, b, c) - 2 * g0 + g(-a, -b, -c)) / (h * h);
+      };
+      auto mixed = [&](double a, double b, double c, double a2, double b2, double c2) {
+        return (g(a + a2, b + b2, c + c2) - g(a - a2, b - b2, c - c2) - g(a2 - a, b2 - b, c2 - c) +
+                g(-a - a2, -b - b2, -c - c2)) /
+               (4 * h * h);
+      };
+      const DerivativeArray fd = {first(h, 0, 0),          first(0, h, 0),          first(0, 0, h),
+                                  second(h, 0, 0),         second(0, h, 0),         second(0, 0, h),
+                                  mixed(h, 0, 0, 0, h, 0), mixed(h, 0, 0, 0, 0, h), mixed(0, h, 0, 0, 0, h)};
+      for (size_t i = 0; i < d.size(); ++i) EXPECT_NEAR(d[i], fd[i], 1e-5) << i << " at J " << x[0];
+    }
+  }
+}
+
+// Holtrop & Mennen (1982) section-drag correction: the literature shelf's three check values.
+TEST(BSeriesTest, ScaleCorrectionCheckValues) {
+  const struct {
+    double EAR, D;
+    int Z;
+    double PD, chord, tc, dCD, dKT, dKQ;
+  } cases[] = {
+      {0.60, 6.0, 4, 0.9, 1.8657, 0.04341534, 0.00033333919, -0.00011194397, 0.00010365182},
+      {0.7393, 8.0, 4, 1.0, 3.0651378, 0.035234957, 0.0009564875, -0.0004397649, 0.00036647075},
+      {0.45, 3.0, 3, 0.8, 0.93285, 0.047435279, -0.00070972701, 0.00015889652, -0.00016551721},
+  };
+  for (const auto& c : cases) {
+    BSeriesScaleCorrection r;
+    ASSERT_TRUE(CalcBSeriesScaleCorrection(r, c.PD, c.EAR, c.Z, c.D, 0.0, 0.0));
+    EXPECT_NEAR(r.chord, c.chord, 1e-7 * std::abs(c.chord));
+    EXPECT_NEAR(r.tc, c.tc, 1e-7 * std::abs(c.tc));
+    EXPECT_NEAR(r.dCD, c.dCD, 1e-7 * std::abs(c.dCD));
+    EXPECT_NEAR(r.dKT, c.dKT, 1e-7 * std::abs(c.dKT));
+    EXPECT_NEAR(r.dKQ, c.dKQ, 1e-7 * std::abs(c.dKQ));
+  }
+}
+
+TEST(PropellerFormulasTest, KellerReproducesPublishedCheckValue) {
+  // T = 1000 kN, D = 6 m, Z = 4, h = 5 m, p0 - pv = 99047 Pa, rho g = 1025 * 9.81: 0.665061.
+  const double p = (99047.0 + 1025.0 * 9.81 * 5.0) / 6894.757293168;  // psi
+  EXPECT_NEAR(CalcKellerEAR(1e6 / 4.4482216152605, 1.0, 1.0, 6.0 / 0.3048, 4, 1, p), 0.665061, 1e-6);
+  EXPECT_EQ(CalcKellerEAR(1000.0, 0.0, 1.0, 6.0, 4, 1, 20.0), 0.0);  // every input must be above 0
+}
+
+// The EAR of a Burrill line, put back through the projected area, loads the blade with the
+// line's own tau: the two formulas invert each other (to the 0.34 ~ 1/2.94 rounding).
+TEST(PropellerFormulasTest, BurrillEARInvertsTau) {
+  const double rho = 1.9905, Va = 20.0, n = 3.0, D = 12.0, P = 11.0, KT = 0.2, H = 10.0;
+  const double T = KT * rho * n * n * std::pow(D, 4), q = CalcDynamicPressure07R(rho, Va, n, D);
+  const double sigma = CalcSigma07R(rho, Va, n, D, H);
+  for (const auto& [method, x] : {std::pair{2, 2.395}, std::pair{3, 3.045}}) {
+    const double EAR = CalcBurrillEAR(method, P, D, 4, T, sigma, q);
+    const double line = std::cbrt(sigma) * std::pow(0.87, 1.0 / sigma) / x;
+    EXPECT_NEAR(CalcTau07R(KT, Va, n, 4, EAR, D, P) / line, 1.0, 1e-3) << method;
+  }
+}
+
+TEST(PropellerFormulasTest, TipSpeedCheckLimits) {
+  const struct {
+    double tip;
+    int analysis, series, Z, code;
+  } cases[] = {
+      {190, 0, 0, 5, 2},  {160, 0, 0, 5, 1}, {150, 0, 0, 5, 0},  // limit 150, 1.1 limit 165
+      {176, 0, 2, 4, 1},  {175, 0, 2, 4, 0},                     // 175 up to four blades
+      {122, 1, 1, 4, 2},                                         // towing: 110
+      {105, 0, 10, 4, 1}, {500, 0, 9, 4, 0},                     // Kaplan 100; cycloidal none
+  };
+  for (const auto& c : cases) EXPECT_EQ(CalcTipSpeedCheck(c.tip, c.analysis, c.series, c.Z), c.code) << c.tip;
+}
+
+class PropellerSeriesModelTest : public ::testing::Test {
+ public:
+  void SetUp() override {
+    ResetCalcErrorState();
+    water->Density(kSlugPerFt3, 1.9905);
+    water->Viscosity(kFt2PerSec, 1.27908e-5);
+    propeller->BladeCount(4);
+    propeller->Diameter(kFt, 10.0);
+    propeller->PitchMean(kFt, 10.0);
+    propeller->ExpAreaRatio(0.7);
+    propeller->HubImmersion(kFt, 8.0);
+  }
+  int Axial(double& KT, double& KQ, double Va, double EAR, int cupFlag = 0, DerivativeArray* dkt = nullptr) {
+    double s, sv, t;
+    return CalcPropellerSeriesAxial(KT, KQ, *water, *propeller, series, 0, n, Va, 10.0, EAR, cupFlag, 10.0, s,
+                                    sv, t, dkt, nullptr);
+  }
+  // The cavitation pairs go to `cav`: sigma and tau of the mean, then of the peak.
+  int Performance(double& KT, double& KQ) {
+    return CalcPropellerSeriesPerformance(KT, KQ, *water, propulsion, *propeller, series, n, Va, 10.0, 0.7, 0,
+                                          10.0, nullptr, nullptr, cav[0], cav[1], cav[2], cav[3]);
+  }
+
+  const double n = 2.0, Va = 12.0, J = Va / (n * 10.0);
+  double cav[4] = {};
+  std::shared_ptr<clsVXUnits> units = std::make_shared<clsVXUnits>();
+  std::shared_ptr<clsVXWaterProperties> water = std::make_shared<clsVXWaterProperties>(units);
+  std::shared_ptr<clsVXPropeller> propeller = std::make_shared<clsVXPropeller>(units);
+  std::shared_ptr<clsVXHull> hull = std::make_shared<clsVXHull>(units);
+  clsVXPropellerSeries series{units, water, propeller};
+  clsVXPropulsion propulsion{units, water, propeller, hull};
+};
+
+// Each correction against the B-series polynomials themselves at the corrected point.
+TEST_F(PropellerSeriesModelTest, AxialCorrections) {
+  const double kt = KTB(J, 1.0, 0.7, 4), kq = KQB(J, 1.0, 0.7, 4), PDc = 1.0 * (0.21 + 10.0) / 10.0;
+  const double r = 0.85 * kt / (J * J);
+  BSeriesScaleCorrection sc;
+  ASSERT_TRUE(CalcBSeriesScaleCorrection(sc, 1.0, 0.7, 4, 10.0 * 0.3048, 0.0, 0.0));
+  const struct {
+    const char* name;
+    std::function<void(PropellerSeriesModelTest&)> setup;
+    double Va, EAR;
+    int cupFlag;
+    double KT, KQ, arrayFactor;
+  } cases[] = {
+      {"plain; multiplier -1 is 1", [](auto& t) { t.series.KTMultiplier(-1.0); }, Va, 0.7, 0, kt, kq, 1.0},
+      {"EAR 0 is the propeller's", [](auto&) {}, Va, 0.0, 0, kt, kq, 1.0},
+      {"Va 0", [](auto&) {}, 0.0, 0.7, 0, KTB(1e-6 / 20.0, 1.0, 0.7, 4), KQB(1e-6 / 20.0, 1.0, 0.7, 4), 1.0},
+      {"multipliers", [](auto& t) { t.series.KTMultiplier(1.2), t.series.KQMultiplier(0.9); }, Va, 0.7, 0,
+       1.2 * kt, 0.9 * kq, 1.2},
+      {"cup 0.01 ft", [](auto& t) { t.propeller->CupDrop(kFt, 0.01); }, Va, 0.7, 1, KTB(J, PDc, 0.7, 4),
+       KQB(J, PDc, 0.7, 4), 1.0},
+      {"cup without the flag", [](auto& t) { t.propeller->CupDrop(kFt, 0.01); }, Va, 0.7, 0, kt, kq, 1.0},
+      {"CRP behind a rudder", [](auto& t) { t.propeller->PropellerType(2); }, Va, 0.7, 0,
+       2 * 0.85 * kt * (1.85 * r + 1) / (1.7 * r + 1.07), 2 * 0.85 * kq * (2 * r + 0.94) / (2 * r + 1), 1.7},
+      {"CRP in free stream", [](auto& t) { t.propeller->PropellerType(2), t.series.CRPRudderLocation(1); },
+       Va, 0.7, 0, 2 * 0.85 * kt * (1.85 * r + 1) / (1.7 * r + 1.07), 2 * 0.85 * kq, 1.7},
+      {"B-series scale correction", [](auto& t) { t.series.ScaleCorrection(1); }, Va, 0.7, 0, kt - sc.dKT,
+       kq - sc.dKQ, 1.0},
+  };
+  for (const auto& c : cases) {
+    SetUp();
+    series.KTMultiplier(1.0), series.KQMultiplier(1.0), series.ScaleCorrection(0),
+        series.CRPRudderLocation(0);
+    propeller->CupDrop(kFt, 0.0), propeller->PropellerType(0);
+    c.setup(*this);
+    double KT, KQ;
+    DerivativeArray d, dB;
+    ASSERT_EQ(Axial(KT, KQ, c.Va, c.EAR, c.cupFlag, &d), 1) << c.name << GetCalcCause();
+    EXPECT_NEAR(KT, c.KT, 1e-12) << c.name;
+    EXPECT_NEAR(KQ, c.KQ, 1e-12) << c.name;
+    KTB(c.Va > 0 ? J : 1e-6 / 20.0, 1.0, 0.7, 4, &dB);
+    EXPECT_NEAR(d[0], c.arrayFactor * dB[0], 1e-12) << c.name;
+  }
+}
+
+TEST_F(PropellerSeriesModelTest, UnavailableCombinationsFailWithTheirName) {
+  const struct {
+    int series, scaleCorrection;
+    const char* cause;
+  } cases[] = {
+      {1, 0, "Propeller series not available: Gawn AEW"},
+      {0, 2, "Scale correction not available: Equiv profile on B Series"},
+  };
+  for (const auto& c : cases) {
+    ResetCalcErrorState();
+    series.Series(c.series), series.ScaleCorrection(c.scaleCorrection);
+    double KT, KQ;
+    EXPECT_EQ(Axial(KT, KQ, Va, 0.7), 0);
+    EXPECT_NE(GetCalcCause().find(c.cause), std::string::npos) << GetCalcCause();
+  }
+  double KT, KQ, s, t;
+  EXPECT_EQ(CalcPropellerSeriesPerformance(KT, KQ, *water, propulsion, *propeller, series, 0.0, Va, 10.0, 0.7,
+                                           0, 10.0, nullptr, nullptr, s, t, s, t),
+            0);
+  EXPECT_NE(GetCalcCause().find("Propulsor RPM"), std::string::npos);
+}
+
+// Four blades at 0, 90, 180 and 270 degrees: two at the shaft rate, one faster, one slower,
+// and the torque side force leaning the thrust by the shaft angle.
+TEST_F(PropellerSeriesModelTest, ObliqueFlowBladeSum) {
+  series.ObliqueAngleCorrEnabled(1);
+  propulsion.AngleShaftDeg(8.0);
+  const double th = 8.0 * DegToRad, vx = Va * std::cos(th), vy = Va * std::sin(th);
+  double sumKT = 0.0, sumKQ = 0.0, side = 0.0, peak[2] = {1.0, 0.0};
+  for (int k = 0; k < 4; ++k) {
+    const double a = k * Pi / 2, nk = n + vy * std::sin(a) / (0.7 * Pi * 10.0), W = (nk / n) * (nk / n);
+    const double kt = KTB(vx / (nk * 10.0), 1.0, 0.7, 4), kq = KQB(vx / (nk * 10.0), 1.0, 0.7, 4);
+    sumKT += kt * W, sumKQ += kq * W;
+    side += 2 * Pi * kq * W * std::sin(a) / (0.35 * 4);
+    // The most loaded position: the largest tau/sigma of the blade's own axial point.
+    const double sigma = CalcSigma07R(1.9905, vx, nk, 10.0, 8.0),
+                 tau = CalcTau07R(kt, vx, nk, 4, 0.7, 10.0, 10.0);
+    if (tau / sigma > peak[1] / peak[0]) peak[0] = sigma, peak[1] = tau;
+  }
+  double KT, KQ;
+  ASSERT_EQ(Performance(KT, KQ), 1) << GetCalcCause();
+  EXPECT_NEAR(KT, sumKT / 4 * std::cos(th) - side / 4 * std::sin(th), 1e-12);
+  EXPECT_NEAR(KQ, sumKQ / 4, 1e-12);
+  EXPECT_DOUBLE_EQ(cav[0], CalcSigma07R(1.9905, vx, n, 10.0, 8.0));
+  EXPECT_DOUBLE_EQ(cav[1], CalcTau07R(KT, vx, n, 4, 0.7, 10.0, 10.0));
+  EXPECT_DOUBLE_EQ(cav[2], peak[0]);
+  EXPECT_DOUBLE_EQ(cav[3], peak[1]);
+
+  // A rise of run also sums the blades for the shaft angle alone and keeps the smaller
+  // coefficients: upward flow loads the propeller more, so the shaft angle's stand; downward
+  // flow unloads it, and its own stand.
+  double KT2, KQ2;
+  propulsion.AngleRiseOfRunDeg(4.0);
+  ASSERT_EQ(Performance(KT2, KQ2), 1);
+  EXPECT_DOUBLE_EQ(KT2, KT);
+  EXPECT_DOUBLE_EQ(KQ2, KQ);
+  propulsion.AngleRiseOfRunDeg(-4.0);
+  ASSERT_EQ(Performance(KT2, KQ2), 1);
+  EXPECT_LT(KT2, KT);
+  EXPECT_LT(KQ2, KQ);
+
+  // Switched off, the shaft angle is ignored.
+  series.ObliqueAngleCorrEnabled(0);
+  ASSERT_EQ(Performance(KT, KQ), 1);
+  EXPECT_DOUBLE_EQ(KT, KTB(J, 1.0, 0.7, 4));
+}
+
+TEST(PropellerSeriesChecksTest, MessagesAndWrittenBackCount) {
+  clsVXPropellerSeries series;
+  // The blade count check returns its result plus ten times the count it writes back.
+  auto count = [](int z) {
+    return [z](const clsVXPropellerSeries& s, std::string& m) mutable {
+      return CheckSeriesBladeCount(s, z, m) + 10 * z;
+    };
+  };
+  const struct {
+    int series;
+    std::function<int(const clsVXPropellerSeries&, std::string&)> check;
+    int result;
+    const char* message;
+  } cases[] = {
+      {0, count(8), 40, "B Series is limited to 2-7 blades."},
+      {0, count(2), 20, "B Series equations are generally considered incorrect for 2 bladed propellers."},
+      {2, count(4), 30, "Gawn KCA is limited to 3 blades."},
+      {0, count(7), 71, ""},
+      {0, [](auto& s, auto& m) { return CheckSeriesEAR(s, 1.0, 4, m); }, 1, ""},
+      {0, [](auto& s, auto& m) { return CheckSeriesEAR(s, 1.01, 4, m); }, 0,
+       "B Series data set for 4 bladed propellers is 0.40-1.00 EAR."},
+      {5, [](auto& s, auto& m) { return CheckSeriesEAR(s, 0.99, 5, m); }, 0,
+       "Kaplan 33 data set is 1.00 EAR."},
+      {10, [](auto& s, auto& m) { return CheckSeriesEAR(s, 0.52, 4, m); }, 0,
+       "Kaplan Cylinder data set for 4 bladed propellers is 0.55-0.70 EAR."},
+      {9, [](auto& s, auto& m) { return CheckSeriesPD(s, 2.83, m); }, 1, ""},
+      {9, [](auto& s, auto& m) { return CheckSeriesPD(s, 2.84, m); }, 0,
+       "Cycloidal data set is 1.57-2.83 P/D rato."},
+      {8, [](auto& s, auto& m) { return CheckSeriesImmersion(s, -0.4, 10.0, m); }, 0,
+       "SP Series data set is 0.47-0.58 H/D blade immersion ratio."},
+      {8, [](auto& s, auto& m) { return CheckSeriesImmersion(s, 0.5, 10.0, m); }, 1, ""},
+      {0, [](auto& s, auto& m) { return CheckSeriesImmersion(s, 4.9, 10.0, m); }, 0,
+       "B Series data set is for full propeller immersion."},
+  };
+  for (const auto& c : cases) {
+    series.Series(c.series);
+    std::string message = "stale";
+    EXPECT_EQ(c.check(series, message), c.result) << c.message;
+    EXPECT_EQ(message, c.message);
+  }
+}
+
+}  // namespace
+}  // namespace velmar
