@@ -191,4 +191,46 @@ bool CalcBSeriesScaleCorrection(BSeriesScaleCorrection& r, double PD, double EAR
   return std::isfinite(r.dKT) && std::isfinite(r.dKQ);
 }
 
+// The Reynolds-number correction of the same regression (Oosterveld & van Oossanen 1975,
+// Table 2 of Bernitsas, Ray and Kinley 1981): terms C J^a (P/D)^b (AE/A0)^c Z^d X^e with
+// X = log10(Rn) - 0.301, Rn the section Reynolds number at 0.75R as a plain number. The
+// regression was fitted above Rn = 2e6 and does not vanish exactly there.
+namespace {
+struct ReynoldsTerm {
+  double c;
+  int a, b, cc, d, e;
+};
+// clang-format off
+constexpr ReynoldsTerm kDeltaKT[] = {
+    {0.000353485, 0, 0, 0, 0, 0},  {-0.00333758, 2, 0, 1, 0, 0},   {-0.00478125, 1, 1, 1, 0, 0},
+    {0.000257792, 2, 0, 1, 0, 2},  {0.0000643192, 2, 6, 0, 0, 1},  {-0.0000110636, 2, 6, 0, 0, 2},
+    {-0.0000276305, 2, 0, 1, 1, 2}, {0.0000954, 1, 1, 1, 1, 1},    {0.0000032049, 1, 3, 1, 2, 1},
+};
+constexpr ReynoldsTerm kDeltaKQ[] = {
+    {-0.000591412, 0, 0, 0, 0, 0}, {0.00696898, 0, 1, 0, 0, 0},    {-0.0000666654, 0, 6, 0, 1, 0},
+    {0.0160818, 0, 0, 2, 0, 0},    {-0.000938091, 0, 1, 0, 0, 1},  {-0.00059593, 0, 2, 0, 0, 1},
+    {0.0000782099, 0, 2, 0, 0, 2}, {0.0000052199, 2, 0, 1, 1, 1},  {-0.00000088528, 1, 1, 1, 1, 2},
+    {0.0000230171, 0, 6, 0, 1, 1}, {-0.00000184341, 0, 6, 0, 1, 2}, {-0.00400252, 0, 0, 2, 0, 1},
+    {0.000220915, 0, 0, 2, 0, 2},
+};
+// clang-format on
+
+double ReynoldsSum(std::span<const ReynoldsTerm> terms, double J, double PD, double EAR, int Z, double X) {
+  const Powers pj(J), pp(PD), pe(EAR), pz(Z), px(X);
+  double sum = 0.0;
+  for (const ReynoldsTerm& t : terms) sum += t.c * pj.p[t.a] * pp.p[t.b] * pe.p[t.cc] * pz.p[t.d] * px.p[t.e];
+  return sum;
+}
+}  // namespace
+
+bool CalcBSeriesReynoldsCorrection(double& dKT, double& dKQ, double J, double PD, double EAR, int Z,
+                                   double Rn) {
+  dKT = dKQ = 0.0;
+  if (!(Rn > 0.0)) return false;
+  const double X = std::log10(Rn) - 0.301;
+  dKT = ReynoldsSum(kDeltaKT, J, PD, EAR, Z, X);
+  dKQ = ReynoldsSum(kDeltaKQ, J, PD, EAR, Z, X);
+  return std::isfinite(dKT) && std::isfinite(dKQ);
+}
+
 }  // namespace velmar

@@ -30,4 +30,9 @@ struct BSeriesScaleCorrection {
 bool CalcBSeriesScaleCorrection(BSeriesScaleCorrection& r, double PD, double EAR, int Z, double D, double tc,
                                 double roughness);
 
+// The Reynolds-number correction of the regression: KT(Rn) = KT + dKT, KQ(Rn) = KQ + dKQ for
+// a section Reynolds number at 0.75R above 2e6 (the charts' own). False for Rn not above 0.
+bool CalcBSeriesReynoldsCorrection(double& dKT, double& dKQ, double J, double PD, double EAR, int Z,
+                                   double Rn);
+
 }  // namespace velmar

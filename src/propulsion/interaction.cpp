@@ -104,7 +104,7 @@ bool PredictPropulsionInteractionCoefs(clsVXWaterProperties& water, clsVXHull& h
       sp.SpeedIndex(i);
       const double V = sp.Speed(i, kFtPerSec);
       const double Fn = V / std::sqrt(g * L);
-      const double Fv = V / std::sqrt(g * std::cbrt(vol));
+      const double Fv = V / std::sqrt(g * std::pow(vol, 1.0 / 3.0));
       const double Rn = V * L / nu;
       if (PassErrors(sp)) return false;
       if (!AllFinite({Fn, Fv, Rn})) return Fail("Division by zero");

@@ -5,6 +5,7 @@
 // cached between passes, so both ends are re-evaluated each time.
 #include "propulsion/rpm_solution.h"
 
+#include <array>
 #include <cmath>
 
 #include "core/curve_fit.h"
@@ -17,24 +18,53 @@ namespace {
 constexpr int kKaplan37 = 6;
 constexpr int kMaxPasses = 50;
 
-// The thrust of one propulsor at rate n (1/s): KT rho n^2 D^4.
-struct ThrustAt {
-  clsVXWaterProperties& water;
-  clsVXPropulsion& propulsion;
-  clsVXPropeller& propeller;
-  clsVXPropellerSeries& series;
-  double rho, va, D, EAR, pitch;
+// The thrust of one propulsor at rate n (1/s): KT rho n^2 D^4. The searches below evaluate
+// the same rate more than once (one bracket end becomes the other, a pass keeps an end); the
+// propeller model is a pure function of the rate here, so the last rates are remembered.
+class ThrustAt {
+ public:
+  ThrustAt(clsVXWaterProperties& water, clsVXPropulsion& propulsion, clsVXPropeller& propeller,
+           clsVXPropellerSeries& series, double rho, double va, double D, double EAR, double pitch)
+      : water_(water),
+        propulsion_(propulsion),
+        propeller_(propeller),
+        series_(series),
+        rho_(rho),
+        va_(va),
+        D_(D),
+        EAR_(EAR),
+        pitch_(pitch) {}
 
-  bool operator()(double n, double& thrust) const {
+  bool operator()(double n, double& thrust) {
+    for (const Known& k : known_)
+      if (k.valid && k.n == n) {
+        thrust = k.thrust;
+        return true;
+      }
     double KT = 0.0, KQ = 0.0, sa = 0.0, ta = 0.0, sp = 0.0, tp = 0.0;
-    if (CalcPropulsorKTKQ(KT, KQ, water, propulsion, propeller, series, n, va, D, EAR, 1, pitch, sa, ta, sp,
-                          tp) == 0) {
+    if (CalcPropulsorKTKQ(KT, KQ, water_, propulsion_, propeller_, series_, n, va_, D_, EAR_, 1, pitch_, sa,
+                          ta, sp, tp) == 0) {
       AddCalcError("KTKQ calculation");
       return false;
     }
-    thrust = KT * rho * n * n * D * D * D * D;
+    thrust = KT * rho_ * n * n * D_ * D_ * D_ * D_;
+    known_[next_] = {true, n, thrust};
+    next_ = (next_ + 1) % known_.size();
     return true;
   }
+
+ private:
+  struct Known {
+    bool valid = false;
+    double n = 0.0, thrust = 0.0;
+  };
+  clsVXWaterProperties& water_;
+  clsVXPropulsion& propulsion_;
+  clsVXPropeller& propeller_;
+  clsVXPropellerSeries& series_;
+  double rho_, va_, D_, EAR_, pitch_;
+  std::array<Known, 4> known_{};
+  size_t next_ = 0;
 };
 
 // The controllable-pitch branch hands the rate and pitch to the propeller sizing solver,
@@ -118,8 +148,7 @@ int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& wate
 
   // 5. Fixed pitch.
   if (meanPitch == 0.0) meanPitch = pitchMean;
-  const ThrustAt thrustAt{water,        propulsion, propeller, propellerSeries, rho,
-                          advanceSpeed, D,          EAR,       meanPitch};
+  ThrustAt thrustAt(water, propulsion, propeller, propellerSeries, rho, advanceSpeed, D, EAR, meanPitch);
 
   // 6. Start at the largest advance coefficient of the series, or at the one of zero thrust
   // when that is smaller.

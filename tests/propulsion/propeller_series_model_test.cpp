@@ -77,6 +77,24 @@ TEST(BSeriesTest, DerivativesMatchFiniteDifferences) {
   }
 }
 
+// Reynolds-number correction of the regression: the shelf's check values for B4-70, P/D 1.0.
+TEST(BSeriesTest, ReynoldsCorrectionCheckValues) {
+  const struct {
+    double Rn, J, dKT, dKQ;
+  } cases[] = {
+      {2e6, 0.3, 1.748229e-05, -6.266177e-09}, {2e6, 0.6, -7.325986e-05, -3.099816e-06},
+      {1e7, 0.3, 1.585835e-04, -7.948153e-04}, {1e7, 0.6, 3.640660e-04, -8.017512e-04},
+      {1e8, 0.3, 3.745250e-04, -1.628934e-03}, {1e8, 0.6, 1.046023e-03, -1.642630e-03},
+      {1e9, 0.3, 6.070312e-04, -2.106371e-03}, {1e9, 0.6, 1.794239e-03, -2.128315e-03},
+  };
+  for (const auto& c : cases) {
+    double dKT = 0, dKQ = 0;
+    ASSERT_TRUE(CalcBSeriesReynoldsCorrection(dKT, dKQ, c.J, 1.0, 0.70, 4, c.Rn));
+    EXPECT_NEAR(dKT, c.dKT, 1e-6 * std::abs(c.dKT)) << c.Rn << " " << c.J;
+    EXPECT_NEAR(dKQ, c.dKQ, 1e-6 * std::abs(c.dKQ)) << c.Rn << " " << c.J;
+  }
+}
+
 // Holtrop & Mennen (1982) section-drag correction: the literature shelf's three check values.
 TEST(BSeriesTest, ScaleCorrectionCheckValues) {
   const struct {
