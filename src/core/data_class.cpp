@@ -1,6 +1,7 @@
 // Generic field storage, conversion, checks and texts of the data classes.
 #include "core/data_class.h"
 
+#include <cmath>
 #include <stdexcept>
 
 #include "core/constants.h"
@@ -68,7 +69,9 @@ double DataClass::Read(int field, int unit) const {
     if (!units_) throw std::logic_error("Units link not set");
     v = units_->Convert(d.family, stored, unit, kCurrent);
   }
-  if (FailsCheck(d, stored)) errors_.Push(d.word);
+  // A number that is not finite is always refused, with the field's word (or its name when
+  // it has none): no prediction may run on it.
+  if (FailsCheck(d, stored) || !std::isfinite(stored)) errors_.Push(*d.word ? d.word : d.name);
   return v;
 }
 

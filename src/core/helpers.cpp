@@ -89,6 +89,12 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
     if (formatOut) formatOut->clear();
     return 0.0;
   }
+  // Infinity and NaN have no digits to round: they pass unchanged (and the reading of a
+  // file never lets them into the model).
+  if (!std::isfinite(value)) {
+    if (formatOut) formatOut->clear();
+    return value;
+  }
   const double sign = value < 0.0 ? -1.0 : 1.0;
   double a = std::fabs(value);
   const int e = static_cast<int>(std::floor(Log10(a))) + 1;
@@ -99,7 +105,13 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
   };
   static const std::string kPattern = "#########0.0000000000";
   double r;
-  if (digits > e) {
+  if (digits > e && digits - e > 300) {
+    // Below about 1e-290 the scale 10^(digits - e) would overflow: scale in two steps.
+    // Numbers this small round as before to the last digit they can hold.
+    const double s1 = Pow10(digits - e - 300), s2 = Pow10(300);
+    r = roundUp(a * s1 * s2) / s2 / s1;
+    if (formatOut) *formatOut = kPattern;
+  } else if (digits > e) {
     const double s = Pow10(digits - e);
     r = roundUp(a * s) / s;
     if (formatOut) {
@@ -114,6 +126,8 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
     r = roundUp(a / s) * s;
     if (formatOut) *formatOut = "#########0";
   }
+  // A digit count far beyond what a double holds would scale past the range: no rounding.
+  if (!std::isfinite(r)) r = a;
   return sign * r;
 }
 
@@ -148,8 +162,6 @@ std::string Trim(std::string_view text) {
   return std::string(text.substr(b, e - b));
 }
 
-namespace {
-// Length of the leading decimal number of `s` (sign, digits, one point, exponent), 0 if none.
 size_t LeadingNumberLength(std::string_view s) {
   size_t i = 0;
   if (i < s.size() && (s[i] == '+' || s[i] == '-')) ++i;
@@ -169,7 +181,6 @@ size_t LeadingNumberLength(std::string_view s) {
   }
   return i;
 }
-}  // namespace
 
 double TextToDouble(std::string_view text) {
   const std::string t = Trim(text);

@@ -26,6 +26,8 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut = nullp
 std::string FormatPeriod(double value, std::string_view format);
 std::vector<std::string> SplitDelimited(std::string_view text, std::string_view delimiter);
 // Trimmed text to a number: the whole text when it is numeric, else its leading number, else 0.
+// Length of the leading decimal number of `s` (sign, digits, one point, exponent), 0 if none.
+size_t LeadingNumberLength(std::string_view s);
 double TextToDouble(std::string_view text);
 long TextToInteger(std::string_view text);
 std::string StripControlChars(std::string_view text, bool keepLineBreaks);

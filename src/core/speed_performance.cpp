@@ -1,6 +1,7 @@
 // The speed table: row storage, unit-converting column access and conversions.
 #include "core/speed_performance.h"
 
+#include <cmath>
 #include <stdexcept>
 
 #include "core/format.h"
@@ -129,7 +130,9 @@ double clsVXSpeedPerformance::Read(int row, int column, int unit) const {
   const double stored = rows_[Offset(row, column)];
   double v = stored;
   if (d.family != UnitFamily::None && unit != kCurrent) v = units_->Convert(d.family, stored, unit, kCurrent);
-  if (FailsCheck(d, stored)) errors_.Push(d.word);
+  // A number that is not finite is always refused, with the field's word (or its name when
+  // it has none): no prediction may run on it.
+  if (FailsCheck(d, stored) || !std::isfinite(stored)) errors_.Push(*d.word ? d.word : d.name);
   return v;
 }
 

@@ -166,16 +166,4 @@ int ReadSchemaVersion(clsVXFileJSON& file, const JsonObject& block) {
   return file.GetIntegerFromBlockTag(block, "SchemaVersion", false);
 }
 
-int ReadFieldBlock(clsVXFileJSON& file, JsonObject& root, std::string_view name, DataClass& obj) {
-  const JsonObject block = BeginReadBlock(file, root, name);
-  ReadFields(file, block, obj);
-  return EndReadBlock(file);
-}
-
-int WriteFieldBlock(clsVXFileJSON& file, JsonObject& root, std::string_view name, const DataClass& obj) {
-  const JsonObject block = BeginWriteBlock(file, root, name);
-  WriteFields(file, block, obj);
-  return EndWriteBlock(file, name);
-}
-
 }  // namespace velmar

@@ -55,8 +55,4 @@ void WriteFields(clsVXFileJSON& file, const JsonObject& block, const DataClass& 
 void WriteSchemaVersion(clsVXFileJSON& file, const JsonObject& block);
 int ReadSchemaVersion(clsVXFileJSON& file, const JsonObject& block);
 
-// The whole block of a class whose fields are all in its table.
-int ReadFieldBlock(clsVXFileJSON& file, JsonObject& root, std::string_view name, DataClass& obj);
-int WriteFieldBlock(clsVXFileJSON& file, JsonObject& root, std::string_view name, const DataClass& obj);
-
 }  // namespace velmar

@@ -15,14 +15,17 @@ namespace velmar {
 
 namespace {
 
-// The common frame of a block: open it, run its body under the block's own handler (a fault
-// inside, such as a list too long for a fixed table, ends that block with a line), close it.
+// The common frame of a block: open it, run its body under the block's own handler, close it.
+// A fault inside (a tag holding a value of the wrong kind, a list too long for a fixed table)
+// ends that block with a line that names the tag and what it held; the tags after it keep
+// the values they had.
 template <class Body>
 int ReadBlock(clsVXFileJSON& file, JsonObject& root, std::string_view name, Body&& body) {
   try {
     body(BeginReadBlock(file, root, name));
   } catch (const std::exception& e) {
-    file.AddError("Reading [" + std::string(name) + "] block: " + e.what());
+    file.AddError("Reading [" + std::string(name) + "] block: " + e.what() +
+                  "; the rest of the block was not read");
   }
   return EndReadBlock(file);
 }

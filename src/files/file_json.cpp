@@ -1,10 +1,12 @@
 #include "files/file_json.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <new>
 #include <system_error>
 #include <utility>
@@ -101,8 +103,9 @@ double NumberValue(std::string_view t) {
   double v = 0.0;
   const auto r = std::from_chars(m.data(), m.data() + m.size(), v);
   if (r.ec == std::errc::result_out_of_range) {
-    if (!negativeExponent) throw ParseFailure{"Overflow"};
-    v = 0.0;
+    // Too large a number reads as infinity, which the typed reads then refuse with a line
+    // for its tag; too small a one is 0.
+    v = negativeExponent ? 0.0 : std::numeric_limits<double>::infinity();
   }
   return negative ? -v : v;
 }
@@ -491,6 +494,9 @@ class clsVXFileJSON::Writer {
       }
       case JsonKind::List:
         return depth < kMaxNesting && EmitList(*v.List(), filter, depth + 1, out);
+      case JsonKind::Double:
+        out += FileNumberText(std::get<double>(v.data));
+        return true;
       default:
         out += v.ToText();
         return true;
@@ -706,6 +712,65 @@ int LabelIndex(std::string_view text, std::span<const std::string> labels, bool 
   return found;
 }
 
+// How a stored value reads as a number. Texts must be a number as a whole (blanks around
+// it allowed); "inf", "infinity" and "nan" in any case, with a sign, count as numbers that
+// are not finite. Booleans, null, dates, lists and objects are of the wrong kind.
+enum class NumberRead { Ok, NotFinite, WrongKind };
+
+NumberRead StrictNumber(const JsonValue& v, double& out) {
+  out = 0.0;
+  switch (v.Kind()) {
+    case JsonKind::Empty:
+      return NumberRead::Ok;
+    case JsonKind::Int16:
+      out = std::get<std::int16_t>(v.data);
+      return NumberRead::Ok;
+    case JsonKind::Int32:
+      out = std::get<std::int32_t>(v.data);
+      return NumberRead::Ok;
+    case JsonKind::Double:
+      out = std::get<double>(v.data);
+      return std::isfinite(out) ? NumberRead::Ok : NumberRead::NotFinite;
+    case JsonKind::Text: {
+      const std::string t = Trim(*v.Text());
+      std::string_view word = t;
+      if (!word.empty() && (word[0] == '+' || word[0] == '-')) word.remove_prefix(1);
+      for (const char* nonFinite : {"inf", "infinity", "nan"})
+        if (EqualsNoCase(word, nonFinite)) return NumberRead::NotFinite;
+      if (t.empty() || LeadingNumberLength(t) != t.size()) return NumberRead::WrongKind;
+      out = NumberValue(t);
+      return std::isfinite(out) ? NumberRead::Ok : NumberRead::NotFinite;
+    }
+    default:
+      return NumberRead::WrongKind;
+  }
+}
+
+// What a tag holds, for an error line: a text in quotes (cut at 40 characters), a number,
+// or the kind of value.
+std::string FoundText(const JsonValue& v) {
+  switch (v.Kind()) {
+    case JsonKind::Text: {
+      const std::string& t = *v.Text();
+      return "\"" + (t.size() > 40 ? t.substr(0, 40) + "..." : t) + "\"";
+    }
+    case JsonKind::Double: {
+      const double d = std::get<double>(v.data);
+      return std::isnan(d) ? "NaN" : std::isinf(d) ? (d < 0 ? "-infinity" : "infinity") : NumberText(d);
+    }
+    case JsonKind::Boolean:
+      return std::get<bool>(v.data) ? "true" : "false";
+    case JsonKind::Null:
+      return "null";
+    case JsonKind::List:
+      return "a list";
+    case JsonKind::Object:
+      return "an object";
+    default:
+      return v.ToText();
+  }
+}
+
 std::string LabelAt(std::span<const std::string> labels, std::int16_t index) {
   return index >= 0 && static_cast<size_t>(index) < labels.size() ? labels[static_cast<size_t>(index)] : "";
 }
@@ -756,15 +821,22 @@ static std::int16_t ReadArray(const JsonList* list, std::vector<T>& out, Convert
   return static_cast<std::int16_t>(n);
 }
 
+std::string clsVXFileJSON::TextOf(const JsonValue& v, std::string_view tag, std::string_view kindMark) {
+  const JsonKind k = v.Kind();
+  if (k == JsonKind::List || k == JsonKind::Object || k == JsonKind::Null)
+    throw ConversionFailure(MissingLine(tag, kindMark) + ": " + FoundText(v) + " is not a text");
+  return v.ToText();
+}
+
 std::string clsVXFileJSON::GetStringFromBlockTag(const JsonObject& block, std::string_view tag, bool encode,
                                                  std::string_view altTag) {
   std::string value;
   if (const JsonValue* v = Lookup(block, tag)) {
-    value = v->ToText();
+    value = TextOf(*v, tag, kMarkString);
   } else {
     std::string line = MissingLine(tag, kMarkString);
     if (const JsonValue* alt = Lookup(block, altTag)) {
-      value = alt->ToText();
+      value = TextOf(*alt, altTag, kMarkString);
       line += " (found)";
     }
     if (!hideErrors_) AddError(line);
@@ -780,7 +852,8 @@ void clsVXFileJSON::SetStringToBlockTag(const JsonObject& block, std::string_vie
 std::int16_t clsVXFileJSON::GetStringArrayFromBlockTag(const JsonObject& block, std::string_view tag,
                                                        std::vector<std::string>& out, std::int16_t expected) {
   const JsonList* list = ArrayOf(block, tag, kMarkStringArray);
-  const std::int16_t n = ReadArray(list, out, [](const JsonValue& v) { return v.ToText(); });
+  const std::int16_t n =
+      ReadArray(list, out, [&](const JsonValue& v) { return TextOf(v, tag, kMarkStringArray); });
   if (list || !hideErrors_) CheckCount(tag, expected, out.size());
   return n;
 }
@@ -790,40 +863,76 @@ void clsVXFileJSON::SetStringArrayToBlockTag(const JsonObject& block, std::strin
   SetValue(block, tag, JsonValue(JsonList(values.begin(), values.end())), addIfMissing, kMarkStringArray);
 }
 
+double clsVXFileJSON::NumberOf(const JsonValue& v, std::string_view tag, std::string_view kindMark) {
+  double value = 0.0;
+  switch (StrictNumber(v, value)) {
+    case NumberRead::Ok:
+      return value;
+    case NumberRead::NotFinite:
+      // A damaged number: the tag keeps the default, and the open tells the user.
+      AddError(MissingLine(tag, kindMark) + ": " + FoundText(v) + " is not a finite number; 0 is taken");
+      return 0.0;
+    case NumberRead::WrongKind:
+      break;
+  }
+  throw ConversionFailure(MissingLine(tag, kindMark) + ": " + FoundText(v) + " is not a number");
+}
+
 double clsVXFileJSON::GetFloatFromBlockTag(const JsonObject& block, std::string_view tag, bool report,
                                            std::string_view altTag) {
-  if (const JsonValue* v = Lookup(block, tag)) return v->ToDouble();
+  if (const JsonValue* v = Lookup(block, tag)) return NumberOf(*v, tag, kMarkFloat);
   double value = 0.0;
   std::string line = MissingLine(tag, kMarkFloat);
   if (const JsonValue* alt = Lookup(block, altTag)) {
-    value = alt->ToDouble();
+    value = NumberOf(*alt, altTag, kMarkFloat);
     line += " (found)";
   }
   if (report && !hideErrors_) AddError(line);
   return value;
 }
 
+JsonValue clsVXFileJSON::FiniteValue(double value, std::string_view tag, std::string_view kindMark) {
+  if (std::isfinite(value)) return JsonValue(value);
+  // Infinity and NaN have no text that reads back as a number: the tag gets 0 and the save
+  // says so.
+  AddError(MissingLine(tag, kindMark) + ": " + FoundText(JsonValue(value)) +
+           " is not a finite number; 0 is written");
+  return JsonValue(0.0);
+}
+
 void clsVXFileJSON::SetFloatToBlockTag(const JsonObject& block, std::string_view tag, double value,
                                        bool addIfMissing) {
-  SetValue(block, tag, JsonValue(value), addIfMissing, kMarkFloat);
+  SetValue(block, tag, FiniteValue(value, tag, kMarkFloat), addIfMissing, kMarkFloat);
 }
 
 std::int16_t clsVXFileJSON::GetFloatArrayFromBlockTag(const JsonObject& block, std::string_view tag,
                                                       std::vector<double>& out, std::int16_t expected) {
   const JsonList* list = ArrayOf(block, tag, kMarkFloatArray);
-  const std::int16_t n = ReadArray(list, out, [](const JsonValue& v) { return v.ToDouble(); });
+  const std::int16_t n =
+      ReadArray(list, out, [&](const JsonValue& v) { return NumberOf(v, tag, kMarkFloatArray); });
   if (list || !hideErrors_) CheckCount(tag, expected, out.size());
   return n;
 }
 
 void clsVXFileJSON::SetFloatArrayToBlockTag(const JsonObject& block, std::string_view tag,
                                             std::span<const double> values, bool addIfMissing) {
-  SetValue(block, tag, JsonValue(JsonList(values.begin(), values.end())), addIfMissing, kMarkFloatArray);
+  JsonList list;
+  list.reserve(values.size());
+  for (double v : values) list.push_back(FiniteValue(v, tag, kMarkFloatArray));
+  SetValue(block, tag, JsonValue(std::move(list)), addIfMissing, kMarkFloatArray);
 }
 
 std::int16_t clsVXFileJSON::GetIntegerFromBlockTag(const JsonObject& block, std::string_view tag,
                                                    bool report) {
-  if (const JsonValue* v = Lookup(block, tag)) return ToInt16(v->ToDouble());
+  if (const JsonValue* v = Lookup(block, tag)) {
+    const double value = NumberOf(*v, tag, kMarkInteger);
+    // An integer tag holds a 16-bit number; a larger one is an overflow, as it always was
+    // for the old runtime's conversion.
+    if (value < -32768.5 || value >= 32767.5)
+      throw ConversionFailure(MissingLine(tag, kMarkInteger) + ": " + FoundText(*v) +
+                              " is outside -32768 to 32767");
+    return ToInt16(value);
+  }
   if (report && !hideErrors_) AddError(MissingLine(tag, kMarkInteger));
   return 0;
 }
@@ -839,7 +948,7 @@ std::int16_t clsVXFileJSON::GetIndexFromBlockTag(const JsonObject& block, std::s
                                                  std::string_view altTag,
                                                  std::span<const std::string> altLabels) {
   if (const JsonValue* v = Lookup(block, tag)) {
-    return static_cast<std::int16_t>(std::max(0, LabelIndex(v->ToText(), labels, false)));
+    return static_cast<std::int16_t>(std::max(0, LabelIndex(TextOf(*v, tag, kMarkIndex), labels, false)));
   }
   std::int16_t result = defaultIndex == -1 ? std::int16_t{0} : defaultIndex;
   std::string line = MissingLine(tag, kMarkIndex);
@@ -862,7 +971,7 @@ std::int16_t clsVXFileJSON::GetIndexArrayFromBlockTag(const JsonObject& block, s
                                                       std::vector<std::int16_t>& out, std::int16_t expected) {
   const JsonList* list = ArrayOf(block, tag, kMarkIndexArray);
   const std::int16_t n = ReadArray(list, out, [&](const JsonValue& v) {
-    return static_cast<std::int16_t>(std::max(0, LabelIndex(v.ToText(), labels, true)));
+    return static_cast<std::int16_t>(std::max(0, LabelIndex(TextOf(v, tag, kMarkIndexArray), labels, true)));
   });
   if (list || !hideErrors_) CheckCount(tag, expected, out.size());
   return n;
@@ -886,6 +995,15 @@ JsonObject clsVXFileJSON::GetObjectFromBlockTag(const JsonObject& block, std::st
 void clsVXFileJSON::SetObjectToBlockTag(const JsonObject& block, std::string_view tag, JsonObject object,
                                         bool addIfMissing) {
   SetValue(block, tag, JsonValue(std::move(object)), addIfMissing, kMarkObject);
+}
+
+std::string FileNumberText(double value) {
+  if (!std::isfinite(value)) return "0";
+  std::string text = NumberText(value);
+  if (NumberValue(text) == value) return text;
+  std::array<char, 32> buf{};
+  const auto r = std::to_chars(buf.data(), buf.data() + buf.size(), value);
+  return std::string(buf.data(), r.ptr);
 }
 
 }  // namespace velmar

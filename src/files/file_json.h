@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,18 @@
 #include "files/hash_table.h"
 
 namespace velmar {
+
+// Thrown by a typed read when a tag holds a value of a kind the tag cannot take (a text that
+// is no number in a float tag, a list in a text tag, a number too large for an integer tag).
+// The reading of the block ends at its handler, which adds the message as an error line.
+struct ConversionFailure : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// The text a number is written with: the general form of up to 15 significant digits when it
+// reads back to the same double, else the shortest form that does. Infinity and NaN, which
+// the writer refuses, give "0".
+std::string FileNumberText(double value);
 
 class clsVXFileJSON {
  public:
@@ -112,6 +125,13 @@ class clsVXFileJSON {
                            bool addIfMissing = true);
 
  private:
+  // Typed reads of one stored value: a number (a damaged one gives 0 and a line, a wrong kind
+  // throws ConversionFailure) and a text (lists, objects and null throw).
+  double NumberOf(const JsonValue& v, std::string_view tag, std::string_view kindMark);
+  std::string TextOf(const JsonValue& v, std::string_view tag, std::string_view kindMark);
+  // A number to store; infinity and NaN become 0 with a line.
+  JsonValue FiniteValue(double value, std::string_view tag, std::string_view kindMark);
+
   class Parser;
   class Writer;
 

@@ -25,7 +25,8 @@ TEST(FileJsonAccessTest, MissingTagsGiveDefaultsAndOneLineEach) {
        "Hull \"A\" [Float]\r\nHull \"A\" [Float]"},  // lines are joined by CR LF, repeats stay
       {[](auto& f, auto& b) { EXPECT_EQ(f.GetStringFromBlockTag(b, "Name", false, "Old"), "Wedge"); },
        "Hull \"Name\" [String] (found)"},
-      {[](auto& f, auto& b) { f.GetFloatFromBlockTag(b, "Length", false, "Old"); }, ""},  // not reported
+      {[](auto& f, auto& b) { EXPECT_EQ(f.GetFloatFromBlockTag(b, "Length", false, "Name"), 0.0); },
+       ""},  // not reported
       {[](auto& f, auto& b) { EXPECT_EQ(f.GetIndexFromBlockTag(b, "Type", kLabels, 2), 2); },
        "Hull \"Type\" [Index]"},
       {[](auto& f, auto& b) { EXPECT_EQ(f.GetIndexFromBlockTag(b, "T", kLabels, 2, true, "Old", kOld), 1); },
@@ -54,14 +55,12 @@ TEST(FileJsonAccessTest, MissingTagsGiveDefaultsAndOneLineEach) {
 
 TEST(FileJsonAccessTest, StoredValuesAreConvertedToTheKindAsked) {
   clsVXFileJSON f;
-  f.ParseText(R"({"B": {"u": "none", "n": 2.5, "m": 3.5, "big": 1e6, "yes": true,
-                        "list": ["flap", "WEDGE", "?"]}})");
+  f.ParseText(R"({"B": {"u": "none", "n": 2.5, "m": 3.5, "t": " 12.5e1 ", "list": ["flap", "WEDGE", "?"]}})");
   const JsonObject b = f.ParsedObject()->item("B").Object();
   EXPECT_EQ(f.GetIndexFromBlockTag(b, "u", kLabels, 2), 0);  // stored but unknown: 0, no line
   EXPECT_EQ(f.GetIntegerFromBlockTag(b, "n"), 2);            // half to even
   EXPECT_EQ(f.GetIntegerFromBlockTag(b, "m"), 4);
-  EXPECT_EQ(f.GetIntegerFromBlockTag(b, "big"), 32767);
-  EXPECT_EQ(f.GetFloatFromBlockTag(b, "yes"), -1.0);
+  EXPECT_EQ(f.GetFloatFromBlockTag(b, "t"), 125.0);  // a number as a text, blanks around it
   std::vector<std::int16_t> idx;
   EXPECT_EQ(f.GetIndexArrayFromBlockTag(b, "list", kLabels, idx), 3);
   EXPECT_EQ(idx, (std::vector<std::int16_t>{0, 1, 0}));
@@ -72,6 +71,40 @@ TEST(FileJsonAccessTest, StoredValuesAreConvertedToTheKindAsked) {
   f.SetStringToBlockTag(b, "e", "a\"{\u00E9}\u2192");
   EXPECT_EQ(f.GetStringFromBlockTag(b, "e", true), "a\\\"\\u007B\u00E9\\u007D\\u2192");
   EXPECT_FALSE(f.ErrorsFound()) << f.GetParserErrors();
+}
+
+// A value of the wrong kind is no number to guess at: the read throws with a line that names
+// block, tag and what the tag held (the block's handler ends the block there). A number that
+// is not finite is damage to that tag alone: 0 and a line.
+TEST(FileJsonAccessTest, WrongKindsFailAndNonFiniteNumbersAreRefused) {
+  clsVXFileJSON f;
+  f.ParseText(R"({"B": {"abc": "abc", "half": "12abc", "list": [24.5], "yes": true, "nil": null,
+                        "big": 40000, "obj": {"a": 1}, "huge": 1e999, "nan": nan, "minf": "-Infinity"}})");
+  const JsonObject b = f.ParsedObject()->item("B").Object();
+  f.SetErrorMessageGroupString("B");
+  for (const auto& [call, what] : std::vector<std::pair<std::function<void()>, std::string>>{
+           {[&] { f.GetFloatFromBlockTag(b, "abc"); }, "B \"abc\" [Float]: \"abc\" is not a number"},
+           {[&] { f.GetFloatFromBlockTag(b, "half"); }, "B \"half\" [Float]: \"12abc\" is not a number"},
+           {[&] { f.GetFloatFromBlockTag(b, "list"); }, "B \"list\" [Float]: a list is not a number"},
+           {[&] { f.GetFloatFromBlockTag(b, "yes"); }, "B \"yes\" [Float]: true is not a number"},
+           {[&] { f.GetIntegerFromBlockTag(b, "nil"); }, "B \"nil\" [Integer]: null is not a number"},
+           {[&] { f.GetIntegerFromBlockTag(b, "big"); },
+            "B \"big\" [Integer]: 40000 is outside -32768 to 32767"},
+           {[&] { f.GetStringFromBlockTag(b, "obj"); }, "B \"obj\" [String]: an object is not a text"},
+       }) {
+    try {
+      call();
+      ADD_FAILURE() << what;
+    } catch (const ConversionFailure& e) {
+      EXPECT_EQ(e.what(), what);
+    }
+  }
+  EXPECT_FALSE(f.ErrorsFound());
+  for (const char* tag : {"huge", "nan", "minf"}) EXPECT_EQ(f.GetFloatFromBlockTag(b, tag), 0.0) << tag;
+  EXPECT_EQ(f.GetParserErrors(),
+            "B \"huge\" [Float]: infinity is not a finite number; 0 is taken\r\n"
+            "B \"nan\" [Float]: \"nan\" is not a finite number; 0 is taken\r\n"
+            "B \"minf\" [Float]: \"-Infinity\" is not a finite number; 0 is taken");
 }
 
 TEST(FileJsonAccessTest, ArrayCountOtherThanExpectedIsShownInADialog) {
