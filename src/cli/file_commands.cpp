@@ -2,6 +2,8 @@
 // program, headless. Questions take their default answer (the open warning's is No). A file
 // that is missing, is not a project or cannot be written gives one line and exit code 2; an
 // output is only ever written through the project writer, whole or not at all.
+#include "app/file_commands.h"
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
@@ -70,15 +72,13 @@ bool SamePath(const std::string& a, const std::string& b) {
   return fs::weakly_canonical(a, ec) == fs::weakly_canonical(b, ec);
 }
 
-// Saves the project under `out`, which becomes its name and place, as Save As does.
+// Saves the project under `out`, which becomes its name and place, as Save As does: what its
+// own file holds and this version does not write is carried over.
 bool Save(const std::string& out) {
-  std::error_code ec;
-  const fs::path full = fs::absolute(out, ec);
-  clsVXProject& identity = *App().primary.Project;
-  identity.FileName = full.filename().string();
-  identity.FileFolder = full.parent_path().string();
-  identity.FilePath = full.string();
-  return SaveProjectFile(out) == 1 || Refuse("the project could not be written to " + Quoted(out));
+  std::string error;
+  if (SaveProjectAs(out, &error) == 1) return true;
+  return Refuse("the project could not be written to " + Quoted(out) +
+                (error.empty() ? "" : ": " + OneLine(error)));
 }
 
 // Blocks and tags of `path` that the program does not write itself: what a merge kept.
@@ -87,7 +87,7 @@ std::vector<std::string> KeptByMerge(const std::string& path) {
   const fs::path fresh =
       fs::temp_directory_path(ec) / ("velmar-cli-" + std::to_string(std::random_device{}()) + ".vxvl");
   std::vector<std::string> kept;
-  if (ec || SaveProjectFile(fresh) != 1) return kept;
+  if (ec || SaveProjectFile(fresh, fs::path{}) != 1) return kept;
   clsVXFileJSON written, own;
   written.ReadFile(path);
   own.ReadFile(fresh);
@@ -290,9 +290,20 @@ void RunConvertUnits(const std::string& path, const std::string& system, const s
   clsVXUnits selection = *App().primary.Units;
   ApplyUnitPreset(selection, preset);
   ApplyUnitsCommand(&selection);
-  if (!Save(out)) return;
+  // What this version does not know cannot be converted: it is left out, and said so.
+  const std::vector<std::string> left = KeptByMerge(path);
+  SetProjectNamesFromPath(out);
+  std::string error;
+  if (SaveProjectFile(out, fs::path{}, &error) != 1)
+    return Fail(kExitUsage, "the project could not be written to " + Quoted(out) + ": " + OneLine(error));
   std::cout << "Converted " << Quoted(path) << " to " << (preset == UnitPreset::SI ? "SI" : "Imperial")
-            << " units: " << Quoted(out) << "\n";
+            << " units: " << Quoted(out);
+  if (!left.empty()) {
+    std::cout << "; left out " << left.size() << " block" << (left.size() == 1 ? "" : "s")
+              << " or tags that this version does not know (their numbers cannot be converted):";
+    for (size_t i = 0; i < left.size(); ++i) std::cout << (i ? ", " : " ") << left[i];
+  }
+  std::cout << "\n";
 }
 
 void RunExportShip(const std::string& path, const std::string& out) {
@@ -327,6 +338,8 @@ bool OpenInput(const std::string& path, OpenResult& result) {
     const std::string why = OneLine(result.message);
     return Refuse(why.empty() ? Quoted(path) + " is not a Velmar project" : why);
   }
+  // As the Open command does: the project is the file it was opened from.
+  SetProjectNamesFromPath(path);
   return true;
 }
 

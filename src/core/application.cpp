@@ -168,10 +168,8 @@ CalculateButtonState RefreshCalculateButton() {
     st.button5Enabled = techniqueHasTable;
     st.button5Changed = techniqueHasTable;
   }
-  if (st.button5Changed)
-    Hooks().SetCalculateButton(st.image, st.button5Enabled);
-  else
-    Hooks().SetCalculateButton(st.image, false);
+  Hooks().SetCalculateButton(st.image,
+                             st.button5Changed ? std::optional<bool>(st.button5Enabled) : std::nullopt);
   return st;
 }
 

@@ -18,6 +18,14 @@ void HeadlessHooks::ShowMessage(std::string_view title, std::string_view text, i
   messages.push_back({std::string(title), std::string(text)});
 }
 
+std::string HeadlessHooks::AskFilePath(std::string_view title, std::string_view, bool) {
+  questions.push_back({std::string(title), ""});
+  if (scriptedPaths.empty()) return {};
+  std::string path = std::move(scriptedPaths.front());
+  scriptedPaths.pop_front();
+  return path;
+}
+
 namespace {
 UIHooks* g_hooks = nullptr;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,14 +26,21 @@ class UIHooks {
   virtual void EndCellEdit() {}
   // The results tables and graphs of the mode windows are to be rebuilt.
   virtual void RefreshResults() {}
-  // The Calculate toolbar image ("Calculate" or "NeedCalculate") and button 5's state.
-  virtual void SetCalculateButton(std::string_view /*image*/, bool /*button5Enabled*/) {}
+  // The Calculate toolbar image ("Calculate" or "NeedCalculate") and button 5's state:
+  // enabled or disabled, or no value to leave it as it is.
+  virtual void SetCalculateButton(std::string_view /*image*/, std::optional<bool> /*button5Enabled*/) {}
   // Button 5 alone (the command that needs a hull drag table) with its menu entry.
   virtual void EnableHullDragTableCommand(bool /*enabled*/) {}
   // The window of a mode (0 Resistance, 1 Propulsion) is to be shown; CurrentMode is set.
   virtual void ShowModeView(int /*mode*/) {}
   // Keep a picture of the graph on screen, for the animated change-over after a Calculate.
   virtual void SnapshotGraph() {}
+  // A file dialog: the path chosen, or empty when the user cancels. Headless: the next
+  // scripted path, else empty.
+  virtual std::string AskFilePath(std::string_view /*title*/, std::string_view /*filter*/,
+                                  bool /*forSaving*/) {
+    return {};
+  }
   // The propeller sizing window, shown modally before a propulsion analysis when a sizing is
   // set. Headless: closed at once without sizing.
   virtual void ShowPropellerSizing() {}
@@ -48,7 +56,10 @@ class HeadlessHooks : public UIHooks {
   Answer Ask(std::string_view title, std::string_view text, bool withCancel, Answer defaultAnswer) override;
   void ShowMessage(std::string_view title, std::string_view text, int helpContext) override;
 
+  std::string AskFilePath(std::string_view title, std::string_view filter, bool forSaving) override;
+
   std::deque<Answer> scriptedAnswers;
+  std::deque<std::string> scriptedPaths;
   std::vector<Message> questions;
   std::vector<Message> messages;
 };

@@ -13,6 +13,7 @@
 
 #include "core/helpers.h"
 #include "core/ui_hooks.h"
+#include "files/safe_write.h"
 #include "files/text_codec.h"
 
 namespace velmar {
@@ -469,6 +470,9 @@ class clsVXFileJSON::Writer {
   bool Emit(const JsonValue& v, bool filter, int depth, std::string& out) {
     switch (v.Kind()) {
       case JsonKind::Empty:
+        // An empty value (a number cut off by the end of a document) is written as an empty
+        // text, which reads back as itself; writing nothing would leave `"key": ,` behind.
+        out += "\"\"";
         return true;
       case JsonKind::Null:
         out += "null";
@@ -625,31 +629,18 @@ bool clsVXFileJSON::WriteToString(std::string& out) {
 }
 
 bool clsVXFileJSON::WriteFile(const std::filesystem::path& path) {
-  std::filesystem::path temp = path;
-  temp += ".vxtmp";
-  std::error_code ec;
+  writeError_.clear();
   try {
     std::string text;
-    if (!WriteToString(text)) return false;
-    const std::string bytes = Utf8ToCp1252(text);
-    {
-      std::ofstream out(temp, std::ios::binary | std::ios::trunc);
-      if (!out) return false;
-      out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-      out.close();
-      if (!out) {
-        std::filesystem::remove(temp, ec);
-        return false;
-      }
-    }
-    std::filesystem::rename(temp, path, ec);
-    if (ec) {
-      std::filesystem::remove(temp, ec);
+    if (!WriteToString(text)) {
+      writeError_ = "The project could not be written: its data nest too deeply.";
       return false;
     }
-    return true;
-  } catch (...) {
-    std::filesystem::remove(temp, ec);
+    const SafeWriteResult r = WriteFileSafely(path, Utf8ToCp1252(text));
+    writeError_ = r.message;
+    return r.ok;
+  } catch (const std::exception& e) {
+    writeError_ = std::string("The file could not be written: ") + e.what();
     return false;
   }
 }

@@ -61,9 +61,12 @@ class clsVXFileJSON {
   // Loads and parses a file. A path that names no file, an empty file or an unreadable one
   // leave the tree as it is; parse faults go to the error text.
   void ReadFile(const std::filesystem::path& path);
-  // Writes the tree atomically (a temporary file beside the target, then a rename). False on
-  // any failure, and the old file stays.
+  // Writes the tree safely (see files/safe_write.h): a temporary file beside the target and a
+  // rename, through symbolic links, keeping the target's permissions; a read-only target is
+  // refused. False on any failure, and the old file stays.
   bool WriteFile(const std::filesystem::path& path);
+  // Why the last WriteFile failed, in the product's words (empty after a success).
+  const std::string& WriteError() const { return writeError_; }
   // The same from and to program text (UTF-8): the parse replaces Parsed and the error text;
   // the text written is that of the file, with its final CR LF. False when the tree can't be
   // written (nested deeper than kMaxNesting, as a tree holding itself is).
@@ -134,6 +137,8 @@ class clsVXFileJSON {
 
   class Parser;
   class Writer;
+
+  std::string writeError_;
 
   std::string MissingLine(std::string_view tag, std::string_view kindMark) const;
   void SetValue(const JsonObject& block, std::string_view tag, JsonValue value, bool addIfMissing,

@@ -163,13 +163,27 @@ OpenResult OpenProjectFile(const std::filesystem::path& path) {
   return result;
 }
 
-int SaveProjectFile(const std::filesystem::path& path) {
+std::filesystem::path ProjectOwnPath() {
+  // A project without a folder (a new one, or one read without the Open command) has no file
+  // of its own to merge with.
+  const clsVXProject& p = *App().primary.Project;
+  if (p.FileName.empty() || p.FileFolder.empty()) return {};
+  return std::filesystem::path(p.FileFolder) / p.FileName;
+}
+
+int SaveProjectFile(const std::filesystem::path& path, std::string* error) {
+  return SaveProjectFile(path, ProjectOwnPath(), error);
+}
+
+int SaveProjectFile(const std::filesystem::path& path, const std::filesystem::path& mergeFrom,
+                    std::string* error) {
   ModelSet& s = App().primary;
   clsVXFileJSON file;
-  // Blocks and tags of the existing file that this program doesn't write keep their places.
+  // Blocks and tags of the project's own file that this program doesn't write keep their
+  // places, also when the project is saved elsewhere (Save As, an emergency save).
   std::error_code ec;
-  if (std::filesystem::is_regular_file(path, ec)) {
-    file.ReadFile(path);
+  if (!mergeFrom.empty() && std::filesystem::is_regular_file(mergeFrom, ec)) {
+    file.ReadFile(mergeFrom);
     file.ClearParserErrors();
   }
   s.Project->Source = ProgramVersionText();
@@ -193,7 +207,12 @@ int SaveProjectFile(const std::filesystem::path& path) {
   take(WriteFileBlock(file, root, *s.SpeedPerformance, 0));
   take(WriteFileBlock(file, root, *s.TaskList));
   // The file is replaced only when the whole text could be written.
-  if (!file.WriteFile(path)) status = 0;
+  if (!file.WriteFile(path)) {
+    status = 0;
+    if (error) *error = file.WriteError();
+  } else if (status != 1 && error) {
+    *error = "Some data could not be written; see the File write error.";
+  }
   return status;
 }
 

@@ -72,9 +72,15 @@ struct OpenResult {
 // Opens a project into App().primary (the caller has run NewProject). Never throws; a file
 // that is not a project leaves the primary set as NewProject made it.
 OpenResult OpenProjectFile(const std::filesystem::path& path);
-// Saves the primary set, merging into the file that is there (unknown blocks and tags keep
-// their place), atomically. Returns 1 on success, 0 otherwise.
-int SaveProjectFile(const std::filesystem::path& path);
+// The project's own file: the folder and name of its Project block (empty for a project that
+// has none).
+std::filesystem::path ProjectOwnPath();
+// Saves the primary set to `path`, merging into the project's own file (or `mergeFrom`):
+// blocks and tags that file holds and this program does not write keep their place. Written
+// safely (files/safe_write.h). Returns 1 on success, 0 otherwise, with the reason in `error`.
+int SaveProjectFile(const std::filesystem::path& path, std::string* error = nullptr);
+int SaveProjectFile(const std::filesystem::path& path, const std::filesystem::path& mergeFrom,
+                    std::string* error = nullptr);
 void ApplyProjectVersionRules();
 int ExportCommonShipObject(const std::filesystem::path& path);
 bool LoadReferenceShipData(const std::filesystem::path& path, ModelSet& target);

@@ -9,6 +9,7 @@
 #include "core/application.h"
 #include "core/diagnostics.h"
 #include "core/format.h"
+#include "core/ui_hooks.h"
 #include "resistance/resistance_driver.h"
 
 namespace velmar {
@@ -114,6 +115,15 @@ ParameterInfluence BuildParameterInfluence() {
   const ModelSet& p = App().primary;
   ParameterInfluence out;
   out.title = p.Resistance->HullDragMethodLabel();
+  // A drag that is scaled from a test or entered by hand has no prediction to vary.
+  const int technique = p.Resistance->HullDragTechnique();
+  if (technique == kTechniqueScaleFromTest || technique == kTechniqueDefined) {
+    out.refusal = std::string("Sensitivity analysis is not available for ") +
+                  (technique == kTechniqueDefined ? "Defined" : "Scaled from test") +
+                  " resistance techniques.";
+    Hooks().ShowMessage("Sensitivity analysis", out.refusal, 0);
+    return out;
+  }
   for (const InfluenceRow& r : kRows) {
     out.rows.push_back({p.Hull->FieldNameOf(FieldId(r.field)), "---", false, 0.0});
   }

@@ -19,7 +19,10 @@ struct ParameterInfluenceRow {
 };
 
 struct ParameterInfluence {
-  std::string title;                        // the label of the hull drag method in use
+  std::string title;  // the label of the hull drag method in use
+  // The command is refused for the techniques without a prediction to vary: the message
+  // shown under "Sensitivity analysis" (empty when the experiment ran).
+  std::string refusal;
   bool designSpeed = false;                 // the table has a design speed above 0
   bool basisOk = false;                     // the prediction of the unchanged hull succeeded
   std::string warning;                      // the warning box text when the basis failed
@@ -28,7 +31,8 @@ struct ParameterInfluence {
   std::vector<ParameterInfluenceRow> rows;  // thirteen, in the window's order
 };
 
-// The experiment on the open project. Without a design speed every row is "---"; when the
+// The experiment on the open project. Scale from test and Defined techniques are refused
+// with their message. Without a design speed every row is "---"; when the
 // basis prediction fails, the warning "Basis hull resistance prediction" is shown under
 // "Parameter influence" and every row is "---".
 ParameterInfluence BuildParameterInfluence();

@@ -3,30 +3,29 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <regex>
+#include <string>
+#include <vector>
 
+#include "../core/test_support.h"
 #include "cli_run.h"
 
 namespace {
 
 using velmar::testing::Cli;
 using velmar::testing::CliRun;
+using velmar::testing::TempDir;
 
-const std::string kExamples = std::string(VELMAR_TEST_DATA) + "/../../examples/";
+std::string Example(const char* name) { return velmar::testing::ExamplePath(name).string(); }
 
-std::string Example(const char* name) { return kExamples + name; }
-
-// A copy of an example with one text replaced, in a temporary folder.
-std::string EditedCopy(const char* name, const std::string& from, const std::string& to) {
-  std::ifstream in(Example(name), std::ios::binary);
-  std::string text((std::istreambuf_iterator<char>(in)), {});
+// A copy of an example with one text replaced, in `dir`.
+std::string EditedCopy(const TempDir& dir, const char* name, const std::string& from, const std::string& to) {
+  std::string text = velmar::testing::ReadBytes(Example(name));
   const size_t at = text.find(from);
   EXPECT_NE(at, std::string::npos) << from;
   if (at != std::string::npos) text.replace(at, from.size(), to);
-  const auto path = std::filesystem::temp_directory_path() / ("velmar_calc_" + std::string(name));
-  std::ofstream(path, std::ios::binary) << text;
-  return path.string();
+  velmar::testing::WriteBytes(dir / name, text);
+  return (dir / name).string();
 }
 
 TEST(CalcCommand, EveryExampleGivesACompletePlausibleTable) {
@@ -67,9 +66,9 @@ TEST(CalcCommand, FormatsCarryNamesUnitsAndFullPrecision) {
 }
 
 TEST(CalcCommand, MissingLengthFailsWithTheWarningAndLosesNothing) {
-  const std::string path = EditedCopy("cargo_ship_si.vxvl", "\"LengthWL\": 205", "\"LengthWL\": 0");
-  const auto out = std::filesystem::temp_directory_path() / "velmar_calc_failed_out.vxvl";
-  std::filesystem::remove(out);
+  const TempDir dir;
+  const std::string path = EditedCopy(dir, "cargo_ship_si.vxvl", "\"LengthWL\": 205", "\"LengthWL\": 0");
+  const auto out = dir / "out.vxvl";
   const CliRun r = Cli("calc " + path + " --format json -o " + out.string());
   EXPECT_EQ(r.code, 1) << r.out;
   EXPECT_NE(r.out.find("Length on waterline"), std::string::npos) << r.out;
@@ -81,9 +80,9 @@ TEST(CalcCommand, MissingLengthFailsWithTheWarningAndLosesNothing) {
 }
 
 TEST(CalcCommand, FileAndUsageErrorsExitWithTwo) {
-  const std::string notProject =
-      (std::filesystem::temp_directory_path() / "velmar_not_a_project.vxvl").string();
-  std::ofstream(notProject) << "[1, 2, 3]";
+  const TempDir dir;
+  const std::string notProject = (dir / "list.vxvl").string();
+  velmar::testing::WriteBytes(notProject, "[1, 2, 3]");
   for (const std::string& args : {std::string("calc /no/such/file.vxvl"), "calc " + notProject,
                                   "calc " + Example("cargo_ship_si.vxvl") + " --mode towing",
                                   "calc " + Example("cargo_ship_si.vxvl") + " --format xml",

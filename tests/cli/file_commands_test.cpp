@@ -5,14 +5,14 @@
 #include <filesystem>
 #include <string>
 
-#include "../files/project_fixture.h"
+#include "../core/test_support.h"
 #include "cli_run.h"
 
 namespace {
 
 using namespace velmar::testing;
 
-std::string Example(const char* name) { return std::string(VELMAR_TEST_DATA) + "/../../examples/" + name; }
+std::string Example(const char* name) { return ExamplePath(name).string(); }
 
 bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
@@ -83,10 +83,13 @@ TEST_F(FileCommands, SaveKeepsWhatThisVersionDoesNotWrite) {
   const std::string saved = ReadBytes(Tmp("ship.vxvl"));
   EXPECT_LT(saved.find("\"Extras\""), saved.find("\"Project\""));
   EXPECT_TRUE(Has(saved, "\"OldTag\": 1.5"));
-  // Saved under a new name there is nothing to merge with.
+  // Saved under a new name (Save As), the project carries over what its own file holds, and
+  // the new file names itself.
   const CliRun copy = Cli("save " + Tmp("ship.vxvl") + " -o " + Tmp("copy.vxvl"));
-  EXPECT_TRUE(copy.code == 0 && !Has(copy.out, "kept")) << copy.out;
-  EXPECT_FALSE(Has(ReadBytes(Tmp("copy.vxvl")), "Extras"));
+  EXPECT_TRUE(copy.code == 0 && Has(copy.out, "kept 2 blocks or tags")) << copy.out;
+  const std::string copied = ReadBytes(Tmp("copy.vxvl"));
+  EXPECT_TRUE(Has(copied, "\"Note\": \"kept\"") && Has(copied, "\"OldTag\": 1.5"));
+  EXPECT_TRUE(Has(copied, "\"FileName\": \"copy.vxvl\""));
 }
 
 TEST_F(FileCommands, ConvertUnitsThereAndBack) {

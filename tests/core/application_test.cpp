@@ -7,18 +7,13 @@
 #include "core/diagnostics.h"
 #include "core/helpers.h"
 #include "core/ui_hooks.h"
+#include "test_support.h"
 
 namespace velmar {
 namespace {
 
 struct AppTest : ::testing::Test {
-  void SetUp() override {
-    App().Trace = nullptr;
-    App().TemplateEnabled = false;
-    App().CurrentMode = Mode::Resistance;
-    NewProject();
-    DefaultHeadlessHooks().messages.clear();
-  }
+  void SetUp() override { testing::FreshApp(); }
 };
 
 TEST_F(AppTest, NewProjectBuildsAWiredFreshProject) {

@@ -24,7 +24,9 @@ struct RecordingHooks : HeadlessHooks {
   void SnapshotGraph() override { calls += "snapshot;"; }
   void ShowModeView(int mode) override { calls += "view " + std::to_string(mode) + ";"; }
   void EnableHullDragTableCommand(bool on) override { calls += on ? "button 5 on;" : "button 5 off;"; }
-  void SetCalculateButton(std::string_view image, bool) override { (calls += image) += ";"; }
+  void SetCalculateButton(std::string_view image, std::optional<bool> button5) override {
+    (calls += image) += button5 ? (*button5 ? "+5;" : "-5;") : ";";
+  }
 };
 
 struct CalculateTest : ::testing::Test {
@@ -41,7 +43,7 @@ struct CalculateTest : ::testing::Test {
 TEST_F(CalculateTest, ResistanceRunCallsTheHooksInOrder) {
   EXPECT_TRUE(RunCalculate().ok);
   EXPECT_EQ(hooks.calls,
-            "end edit;busy;snapshot;breathe;busy;normal;breathe;normal;refresh;button 5 on;Calculate;");
+            "end edit;busy;snapshot;breathe;busy;normal;breathe;normal;refresh;button 5 on;Calculate+5;");
 }
 
 // A warning box shows once, at the end of the run, with the text gathered in this run only;
@@ -57,8 +59,10 @@ TEST_F(CalculateTest, WarningsAndFlagsOfTheResistanceRun) {
       // The hull's word, under the step that failed.
       {"no waterline length", [] { App().primary.Hull->LengthWL(kCurrent, 0.0); },
        "\tITTC-78 (CT) drag prediction\r\n\r\nCause: \r\n\tLength on waterline\r\n\r\n\r\n"},
-      // A failure without a cause still shows the box, with an empty message.
-      {"planing route", [] { App().primary.ITTC78->HullHydrodynamicType(2); }, ""},
+      // A method that the planing route does not carry stops the run before its first row.
+      {"planing route", [] { App().primary.ITTC78->HullHydrodynamicType(2); },
+       "\tPlaning drag prediction\r\n\r\nCause: \r\n\tHull drag method not available for the Planing scope: "
+       "Holtrop\r\n\r\n"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
@@ -113,7 +117,11 @@ TEST_F(CalculateTest, ButtonFiveNeedsACalculatedHullDragTable) {
     App().primary.Resistance->HullDragTechnique(technique);
     const bool on = enabled == 1 && technique <= 1;
     RunCalculate();  // fails or not: the button follows the settings
-    EXPECT_TRUE(hooks.calls.ends_with(on ? "5 on;Calculate;" : "5 off;Calculate;")) << enabled << technique;
+    // The Calculate button then follows the technique alone, and leaves button 5 as it is
+    // for a technique without a drag table.
+    const std::string tail =
+        std::string(on ? "5 on;" : "5 off;") + "Calculate" + (technique <= 1 ? "+5;" : ";");
+    EXPECT_TRUE(hooks.calls.ends_with(tail)) << enabled << technique << hooks.calls;
   }
 }
 

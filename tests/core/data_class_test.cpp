@@ -22,7 +22,8 @@ const LabelList kShapes = {{"Round", "Square"}, {"RoundKey", "SquareKey"}};
           .word = "Angle")                                                                                 \
   VX_REAL(Ratio, .label = "Ratio:", .format = "0.000", .check = Check::NotPositive, .word = "Ratio",       \
           .flags = kWarnEntryOutside, .entryLo = 0.0, .entryHi = 0.3)                                      \
-  VX_INT(Count, .label = "Count:", .format = "0", .check = Check::BelowOne, .word = "Count")
+  VX_INT(Count, .label = "Count:", .format = "0", .check = Check::BelowOne, .word = "Count")               \
+  VX_TEXT(Source, .label = "Source:", .textInit = "Manual")
 
 class TestClass : public DataClass {
  public:
@@ -124,15 +125,17 @@ TEST_F(DataClassTest, CaptionsSymbolsFormatsAndLabels) {
 
 TEST_F(DataClassTest, FirstEntryOutsideItsRangeWarnsOnce) {
   auto& shown = DefaultHeadlessHooks().messages;
-  obj.Ratio(0.3);
+  obj.Ratio(0.3);  // both bounds are inside
   EXPECT_TRUE(shown.empty());
   obj.Ratio(0.0);
+  obj.Ratio(-0.01);
+  obj.Ratio(0.0);
   obj.Ratio(0.31);
-  ASSERT_EQ(shown.size(), 1u);
+  ASSERT_EQ(shown.size(), 2u);
   EXPECT_NE(shown[0].text.find("Entry is outside of valid range [0.0\u00b7\u00b70.3]"), std::string::npos);
   EXPECT_EQ(obj.Ratio(), 0.31);
   obj.Ratio(0.5);  // a stored value is replaced silently
-  EXPECT_EQ(shown.size(), 1u);
+  EXPECT_EQ(shown.size(), 2u);
   EXPECT_EQ(obj.Ratio(), 0.5);
 }
 
@@ -149,8 +152,10 @@ TEST_F(DataClassTest, ConvertAllDataSkipsFlaggedFieldsAndNonQuantities) {
   EXPECT_DOUBLE_EQ(obj.Span(kCurrent), 10.0);
   EXPECT_DOUBLE_EQ(obj.Area(kCurrent), 0.9290304);
   EXPECT_DOUBLE_EQ(obj.Angle(), 10.0);
+  EXPECT_EQ(obj.Source(), "Manual");  // the text of a new object
   obj.ClearAllData();
   EXPECT_EQ(obj.Length(kCurrent), 0.0);
+  EXPECT_EQ(obj.Source(), "");
 }
 
 }  // namespace

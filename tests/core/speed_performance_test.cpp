@@ -40,17 +40,6 @@ TEST_F(SpeedPerformanceTest, RowsResizeKeepingWhatRemainsAndRowMinusOneIsTheCurr
   EXPECT_THROW(sp.Raw(0, 0), std::out_of_range);
 }
 
-TEST_F(SpeedPerformanceTest, ReadOfAZeroSpeedPushesItsWord) {
-  sp.count(1);
-  sp.Speed(0, kCurrent, 0.5);
-  sp.Speed(0, kCurrent);
-  EXPECT_EQ(sp.DragTotal(0, kCurrent), 0.0);  // a column without a check
-  EXPECT_FALSE(sp.ErrorsFound());
-  sp.Speed(0, kCurrent, 0.0);
-  EXPECT_EQ(sp.Speed(0, kCurrent), 0.0);
-  EXPECT_EQ(sp.Errors(), "\tSpeed\r\n");
-}
-
 TEST_F(SpeedPerformanceTest, FormattedTextsWithDashesAndMarks) {
   using Others = std::vector<std::pair<const char*, double>>;  // further columns of the row
   const Others breakdown = {{"PropellerBreakdownCheck", 1}, {"PercentCavAverageCheck", 2}};

@@ -69,17 +69,6 @@ TEST_F(ClassBlocksTest, OlderFilesAreRepairedOnReading) {
   EXPECT_EQ(s().Propulsion->PropulsionInteractionDefinedSource(), "Manual");
 }
 
-// A missing block is one line, and hides the lines of its tags only.
-TEST_F(ClassBlocksTest, AMissingBlockIsOneLine) {
-  clsVXFileJSON file;
-  file.ParseText(R"({"Units": {}})");
-  JsonObject root;
-  EXPECT_EQ(ReadFileBlock(file, root, *s().Hull), 0);
-  EXPECT_EQ(ReadFileBlock(file, root, *s().Appendage), 0);
-  EXPECT_EQ(file.GetParserErrors(), "Missing: \"Hull\" [Group]\r\nMissing: \"Appendage\" [Group]");
-  EXPECT_FALSE(file.HideError());
-}
-
 TEST_F(ClassBlocksTest, TheTaskListReadsItsOlderFormAndThirtyTasks) {
   // The older form holds one list per column.
   ReadBlocks(s(), R"({"TaskList": {"Status": ["ToDo", "Done"], "Type": ["File", "Calc"], "Task": ["A", "B"],

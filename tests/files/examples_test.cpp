@@ -13,8 +13,6 @@
 namespace velmar::testing {
 namespace {
 
-fs::path ExampleDir() { return fs::path(VELMAR_TEST_DATA) / ".." / ".." / "examples"; }
-
 // Every block and tag of `a` is in `b` with an equal value, and the other way round; the
 // identity tags that a save sets are left out.
 void ExpectSameTree(const JsonValue& a, const JsonValue& b, const std::string& where) {
@@ -43,13 +41,13 @@ TEST(Examples, OpenAsCurrentFilesAndSaveUnchanged) {
   TempDir dir;
   for (const char* name : {"cargo_ship_si.vxvl", "patrol_vessel_imperial.vxvl", "catamaran_ferry.vxvl"}) {
     FreshProject();
-    const OpenResult r = OpenProjectFile(ExampleDir() / name);
+    const OpenResult r = OpenProjectFile(ExamplePath(name));
     ASSERT_TRUE(r.opened) << name << ": " << r.message;
     EXPECT_TRUE(r.current) << name << ":\n" << r.warningText;
     EXPECT_TRUE(DefaultHeadlessHooks().questions.empty()) << name;
     ASSERT_EQ(SaveProjectFile(dir / name), 1) << name;
     clsVXFileJSON example, saved;
-    example.ReadFile(ExampleDir() / name);
+    example.ReadFile(ExamplePath(name));
     saved.ReadFile(dir / name);
     EXPECT_FALSE(example.ErrorsFound()) << example.GetParserErrors();
     ExpectSameTree(example.Parsed(), saved.Parsed(), name);
@@ -61,7 +59,7 @@ TEST(Examples, OpenAsCurrentFilesAndSaveUnchanged) {
 // Cstern 10.
 TEST(Examples, CargoShipHasTheParticularsOfThePublishedExample) {
   FreshProject();
-  ASSERT_TRUE(OpenProjectFile(ExampleDir() / "cargo_ship_si.vxvl").opened);
+  ASSERT_TRUE(OpenProjectFile(ExamplePath("cargo_ship_si.vxvl")).opened);
   const clsVXHull& h = *App().primary.Hull;
   struct Case {
     const char* what;
@@ -86,9 +84,9 @@ TEST(Examples, CargoShipHasTheParticularsOfThePublishedExample) {
 
 TEST(Examples, SideFilesReadWhole) {
   FreshProject();
-  ASSERT_TRUE(OpenProjectFile(ExampleDir() / "cargo_ship_si.vxvl").opened);
+  ASSERT_TRUE(OpenProjectFile(ExamplePath("cargo_ship_si.vxvl")).opened);
   clsVXEngine engine(App().primary.Units);
-  ASSERT_TRUE(ReadEngineFile(ExampleDir() / "cargo_ship.engn", engine));
+  ASSERT_TRUE(ReadEngineFile(ExamplePath("cargo_ship.engn"), engine));
   EXPECT_TRUE(DefaultHeadlessHooks().messages.empty());
   const clsVXEngine& inProject = *App().primary.Engine;
   ExpectSameFields(engine, inProject, "Engine");
@@ -97,7 +95,7 @@ TEST(Examples, SideFilesReadWhole) {
       EXPECT_EQ(engine.CurveValue(c.id, i), inProject.CurveValue(c.id, i));
 
   clsVXTaskList tasks;
-  ASSERT_TRUE(ReadTaskFile(ExampleDir() / "standard.task", tasks));
+  ASSERT_TRUE(ReadTaskFile(ExamplePath("standard.task"), tasks));
   const std::vector<std::string> rows = StandardTaskListRows(1);
   ASSERT_EQ(tasks.TaskCount(), static_cast<int>(rows.size()));
   for (int i = 0; i < tasks.TaskCount(); ++i)

@@ -71,23 +71,31 @@ TEST_F(ProjectFileTest, EveryFieldOfEveryClassSurvivesSaveAndOpen) {
 // Waterjet block and unknown tags in Hull were added by hand. Opening and saving it over
 // itself gives the same bytes: nothing moved, nothing got lost.
 TEST_F(ProjectFileTest, SavingOverAFileKeepsUnknownBlocksAndTagsInPlace) {
-  const fs::path golden = fs::path(VELMAR_TEST_DATA) / "merge_golden.vxvl";
+  const fs::path golden = DataPath("merge_golden.vxvl");
   const fs::path path = dir / "merge.vxvl";
   fs::copy_file(golden, path);
   const OpenResult r = OpenProjectFile(path);
   ASSERT_TRUE(r.opened && r.current) << r.message << r.warningText;
-  ASSERT_EQ(SaveProjectFile(path), 1);
+  ASSERT_EQ(SaveProjectFile(path, path), 1);
   EXPECT_EQ(ReadBytes(path), ReadBytes(golden));
 }
 
+// A missing block is one line that hides the lines of its own tags only; the lines of an
+// older file are shown after one question.
 TEST_F(ProjectFileTest, AMissingBlockGivesOneLineAndOneQuestion) {
   const fs::path path = SavedProject("old.vxvl");
-  Tree(path, [](const JsonObject& root) { root->Remove("Environment"); });
+  Tree(path, [](const JsonObject& root) {
+    root->Remove("Appendage");
+    root->Remove("Environment");
+    root->item("Resistance").Object()->Remove("HullDragMethod");
+  });
   FreshProject();
   hooks().scriptedAnswers = {Answer::Yes};  // Yes shows the lines found
   const OpenResult r = OpenProjectFile(path);
   ASSERT_TRUE(r.opened && !r.current);
-  EXPECT_EQ(r.warningText, "Missing: \"Environment\" [Group]");
+  EXPECT_EQ(r.warningText,
+            "Missing: \"Appendage\" [Group]\r\nMissing: \"Environment\" [Group]\r\n"
+            "Resistance \"HullDragMethod\" [Index]");
   ASSERT_EQ(hooks().messages.size(), 1u);
   EXPECT_NE(hooks().messages[0].text.find(r.warningText), std::string::npos);
   EXPECT_EQ(s().Project->ProjectID, "PB-7|x");  // the file stays loaded
@@ -167,31 +175,19 @@ TEST_F(ProjectFileTest, AWaterjetProjectReadsTheWaterjetInsteadOfThePropeller) {
 }
 
 TEST_F(ProjectFileTest, VersionRulesSetTheSideFileIndexes) {
-  // The version text, whether the side data have descriptions, and the engine, waterjet and
-  // KT-KQ file indexes expected, from 0, 0, 1 before.
-  const std::tuple<const char*, bool, int, int, int> cases[] = {
-      {"Corvenith Velmar 2012", true, 1, 1, 1},
-      {"Velmar 12.0.0", true, 1, 1, 0},
-      {"Velmar 14.99.9", true, 1, 1, 0},
-      {"Velmar 13.02.0100", false, 0, 0, 1},
-      {"Velmar 15.0.0", true, 0, 0, 1},
-      {"Velmar 11.9.9", true, 0, 0, 1},
-      {"Velmar 13.0", true, 0, 0, 1},
-      {"Corvenith Velmar 13.0.0", true, 0, 0, 1},  // the version is taken from character 7 on
-  };
-  for (const auto& [source, descriptions, engine, waterjet, ktkq] : cases) {
+  for (const auto& r : ReadTable("project_version_rules.txt", 5)) {
     FreshProject();
-    s().Project->Source = source;
+    s().Project->Source = r[0];
     s().Propulsion->KTKQFileIndex(1);
-    if (descriptions) {
+    if (r[1] == "yes") {
       s().Engine->Description("E");
       s().Waterjet->Description("W");
       s().Propeller->Description("P");
     }
     ApplyProjectVersionRules();
-    EXPECT_EQ(s().Propulsion->EngineFileIndex(), engine) << source;
-    EXPECT_EQ(s().Propulsion->WaterjetFileIndex(), waterjet) << source;
-    EXPECT_EQ(s().Propulsion->KTKQFileIndex(), ktkq) << source;
+    EXPECT_EQ(s().Propulsion->EngineFileIndex(), r.Num(2)) << r.where;
+    EXPECT_EQ(s().Propulsion->WaterjetFileIndex(), r.Num(3)) << r.where;
+    EXPECT_EQ(s().Propulsion->KTKQFileIndex(), r.Num(4)) << r.where;
   }
 }
 

@@ -1,69 +1,25 @@
 // Test support for the project file: a project with a distinct value in every field, field
-// by field comparison of data classes, temporary folders and a fixed clock.
+// by field comparison of data classes and a fixed clock.
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <atomic>
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <sstream>
 #include <string>
 
+#include "../core/test_support.h"
 #include "core/application.h"
 #include "core/ui_hooks.h"
 #include "files/project_file.h"
 
 namespace velmar::testing {
 
-namespace fs = std::filesystem;
-
 inline DateTime FixedClock() { return {2024, 3, 5, 14, 7, 30}; }
 
-// A fresh folder under the system's temporary folder, removed with its contents at the end.
-class TempDir {
- public:
-  TempDir() {
-    static std::atomic<int> n{0};
-    path_ = fs::temp_directory_path() /
-            ("velmar-project-" + std::to_string(::getpid()) + "-" + std::to_string(n++));
-    fs::create_directories(path_);
-  }
-  ~TempDir() {
-    std::error_code ec;
-    fs::permissions(path_, fs::perms::owner_all, fs::perm_options::add, ec);
-    fs::remove_all(path_, ec);
-  }
-  fs::path operator/(const std::string& name) const { return path_ / name; }
-  const fs::path& path() const { return path_; }
-
- private:
-  fs::path path_;
-};
-
-inline std::string ReadBytes(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
-
-inline void WriteBytes(const fs::path& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary) << bytes;
-}
-
-// A fresh application state with quiet hooks and the fixed clock.
+// A fresh application state with the fixed clock.
 inline void FreshProject() {
-  App().TemplateEnabled = false;
-  App().TemplateFile.clear();
-  NewProject();
+  FreshApp();
   SetProjectFileClock(&FixedClock);
-  HeadlessHooks& h = DefaultHeadlessHooks();
-  h.messages.clear();
-  h.questions.clear();
-  h.scriptedAnswers.clear();
 }
 
 // Distinct values for every field: label indices within the keys, small counts, numbers of

@@ -6,26 +6,15 @@
 #include <string>
 #include <vector>
 
+#include "../core/test_support.h"
+
 namespace velmar {
 namespace {
 
 TEST(TaskList, SortKey) {
-  struct Case {
-    const char* status;
-    const char* type;
-    int mode, key, expected;
-  } cases[] = {
-      {"ToDo", "File", 1, 0, 54}, {"ToDo", "Other", 1, 0, 50},
-      {"Done", "File", 1, 0, 44}, {"Done", "Report", 1, 0, 41},
-      {"ToDo", "Misc", 1, 0, 55},  // unknown type: t = -1
-      {"ToDo", "Calc", 2, 0, 50}, {"Done", "Misc", 2, 0, 40},
-      {"Open", "File", 1, 7, 7},  // unknown status keeps the key
-      {"ToDo", "File", 0, 7, 7},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(TaskSortKey(c.status, c.type, c.mode, c.key), c.expected)
-        << c.status << " " << c.type << " " << c.mode;
-  }
+  for (const auto& r : testing::ReadTable("task_sort_keys.txt", 5))
+    EXPECT_EQ(TaskSortKey(r[0], r[1], static_cast<int>(r.Num(2)), static_cast<int>(r.Num(3))), r.Num(4))
+        << r.where;
 }
 
 TEST(TaskList, DoneTasksSortBehindOpenOnesInBothModes) {

@@ -100,8 +100,8 @@ TEST_F(AppendageDragTest, FailuresReportTheirCause) {
     double d = 99.0;
     EXPECT_FALSE(run(d)) << cause;
     EXPECT_EQ(d, dragAfter) << cause;
-    CalcErrorsPending();
-    EXPECT_NE(GetCalcErrorText().find(cause), std::string::npos) << GetCalcErrorText();
+    const std::string text = testing::CalcCause();
+    EXPECT_NE(text.find(cause), std::string::npos) << text;
   };
   fresh(), sp().Speed(0, kCurrent, 0.0);
   fails(componentAt(0), "Speed", 99.0);

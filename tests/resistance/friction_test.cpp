@@ -2,7 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <string>
+#include <vector>
+
+#include "../core/test_support.h"
+#include "resistance/ittc78.h"
 
 namespace velmar {
 namespace {
@@ -10,43 +16,18 @@ namespace {
 constexpr double kMToFt = 1.0 / 0.3048;
 constexpr double kNuFresh15 = 1.13902e-6;  // m2/s, fresh water at 15 degC
 
-// Check values of the friction lines at Rn 1e6, 1e7 and 1e9, computed in double precision
-// from the published formulas (literature/friction_lines.md, summary table). Five figures.
+// The check values of tests/data/friction_lines.txt, each line named by its file key.
 TEST(FrictionLineTest, MatchesTheCheckValuesOfEachLine) {
-  struct Row {
-    int line;
-    double extra;
-    double cf[3];
-  } const rows[] = {
-      {kFrictionITTC57, 0.0, {0.0046875, 0.0030000, 0.0015306}},
-      // Exact root of 0.242 / sqrt(CF) = log10(Rn CF).
-      {kFrictionSchoenherr, 0.0, {0.0044094, 0.0029343, 0.0015309}},
-      {kFrictionHughes, 0.0, {0.0041876, 0.0026720, 0.0013586}},
-      {kFrictionPrandtlSchlichting, 0.0, {0.0044708, 0.0030037, 0.0015706}},
-      // With the transition term -1700 / Rn.
-      {kFrictionPrandtlSchlichting, 1700.0, {0.0027708, 0.0028337, 0.0015689}},
-      // Grigson (1993); at 1e6 the model-range expression extrapolated below its range.
-      {kFrictionGrigson, 0.0, {0.0044151, 0.0029468, 0.0016131}},
-  };
-  const double rns[3] = {1e6, 1e7, 1e9};
-  for (const Row& r : rows) {
-    for (int i = 0; i < 3; ++i) {
-      EXPECT_NEAR(CalcFrictionLine(rns[i], r.line, 0.0, 0.0, r.extra), r.cf[i], 6e-8)
-          << "line " << r.line << " A " << r.extra << " Rn " << rns[i];
-    }
+  const std::vector<std::string>& keys = kHullFrictionLineLabels.keys;
+  for (const auto& row : testing::ReadTable("friction_lines.txt", 4)) {
+    const int line = static_cast<int>(std::find(keys.begin(), keys.end(), row[0]) - keys.begin());
+    EXPECT_NEAR(CalcFrictionLine(row.Num(2), line, 0.0, 0.0, row.Num(1)), row.Num(3), 6e-8) << row.where;
   }
 }
 
-// Grigson ratios to ITTC-1957 at the extra points of the literature file (formula values;
-// Watson's Table 7.3 agrees to four figures in the ship range), and a continuous modifier
-// across the unpublished gap 2e7 < Rn < 1e8 where it is interpolated.
-TEST(FrictionLineTest, GrigsonFollowsBothRangesAndBridgesTheGap) {
-  struct Row {
-    double rn, cf;
-  } const rows[] = {{4e6, 0.0033360}, {2e7, 0.0026806}, {4e8, 0.0018010}, {2e9, 0.0014886}};
-  for (const Row& r : rows)
-    EXPECT_NEAR(CalcFrictionLine(r.rn, kFrictionGrigson, 0, 0, 0), r.cf, 6e-8) << r.rn;
-
+// The Grigson modifier is continuous across the unpublished gap 2e7 < Rn < 1e8 where it is
+// interpolated.
+TEST(FrictionLineTest, GrigsonBridgesTheGapBetweenItsRanges) {
   auto ratio = [](double rn) {
     return CalcFrictionLine(rn, kFrictionGrigson, 0, 0, 0) / CalcFrictionITTC57(rn);
   };
@@ -91,29 +72,9 @@ TEST(FrictionLineTest, SchoenherrAndITTC57MeetNearShipScale) {
 }
 
 TEST(FrictionLineTest, LinesGiveZeroWhereTheyCannotBeEvaluated) {
-  struct Row {
-    const char* what;
-    double rn;
-    int line;
-    double lengthFt, speedFtS, extra;
-  } const rows[] = {
-      {"ITTC-57 at its pole", 100.0, kFrictionITTC57, 0, 0, 0},
-      {"ITTC-57 at zero", 0.0, kFrictionITTC57, 0, 0, 0},
-      {"ITTC-57 negative", -1e6, kFrictionITTC57, 0, 0, 0},
-      {"Schoenherr at zero", 0.0, kFrictionSchoenherr, 0, 0, 0},
-      {"Hughes at its pole", std::pow(10.0, 2.03), kFrictionHughes, 0, 0, 0},
-      {"Hughes below its pole", 50.0, kFrictionHughes, 0, 0, 0},
-      {"Grigson at zero", 0.0, kFrictionGrigson, 0, 0, 0},
-      {"Prandtl-Schlichting at Rn 1", 1.0, kFrictionPrandtlSchlichting, 0, 0, 0},
-      {"transition term larger than the line", 1e4, kFrictionPrandtlSchlichting, 0, 0, 1700.0},
-      {"Froude without length", 1e7, kFrictionFroude, 0.0, 10.0, 0},
-      {"Froude without speed", 1e7, kFrictionFroude, 100.0, 0.0, 0},
-      {"unknown line", 1e7, 6, 100.0, 10.0, 0},
-      {"negative line", 1e7, -1, 100.0, 10.0, 0},
-  };
-  for (const Row& r : rows) {
-    EXPECT_EQ(CalcFrictionLine(r.rn, r.line, r.lengthFt, r.speedFtS, r.extra), 0.0) << r.what;
-  }
+  for (const auto& r : testing::ReadTable("friction_lines_zero.txt", 5))
+    EXPECT_EQ(CalcFrictionLine(r.Num(1), static_cast<int>(r.Num(0)), r.Num(2), r.Num(3), r.Num(4)), 0.0)
+        << r.where;
   // ITTC-57 through the line selector, and its reference point.
   EXPECT_DOUBLE_EQ(CalcFrictionITTC57(1.0e7), 0.075 / 25.0);
   EXPECT_EQ(CalcFrictionLine(1.0e7, kFrictionITTC57, 0, 0, 0), CalcFrictionITTC57(1.0e7));

@@ -11,6 +11,7 @@
 #include "core/application.h"
 #include "core/diagnostics.h"
 #include "core/format.h"
+#include "core/ui_hooks.h"
 #include "example_ship.h"
 #include "resistance/resistance_driver.h"
 
@@ -133,6 +134,31 @@ TEST(ParameterInfluenceTest, ProjectObjectsAreNotChanged) {
   EXPECT_TRUE(App().NeedCalculateResistance);
   EXPECT_FALSE(App().ProjectDirty);
   EXPECT_EQ(P().SpeedPerformance->SpeedIndex(), 0);
+}
+
+}  // namespace
+}  // namespace velmar
+
+namespace velmar {
+namespace {
+
+// A drag scaled from a test or entered by hand has no prediction to vary: the command is
+// refused with its message, and nothing is computed.
+TEST(ParameterInfluenceTest, TechniquesWithoutAPredictionAreRefused) {
+  for (const auto& [technique, refusal] : std::vector<std::pair<int, std::string>>{
+           {kTechniqueScaleFromTest,
+            "Sensitivity analysis is not available for Scaled from test resistance techniques."},
+           {kTechniqueDefined, "Sensitivity analysis is not available for Defined resistance techniques."},
+           {kTechniqueAlignedPrediction, ""}}) {
+    testing::EnterExampleShip({25.0});
+    App().primary.Resistance->HullDragTechnique(technique);
+    const ParameterInfluence pi = BuildParameterInfluence();
+    EXPECT_EQ(pi.refusal, refusal);
+    if (!refusal.empty()) {
+      EXPECT_EQ(DefaultHeadlessHooks().messages.back().title, "Sensitivity analysis");
+      EXPECT_FALSE(pi.designSpeed);
+    }
+  }
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "../core/test_support.h"
+
 namespace velmar {
 namespace {
 
@@ -38,25 +40,10 @@ TEST_F(EnvironmentTest, EveryNumberPushesItsOwnWordWhenNegativeOnly) {
 }
 
 TEST_F(EnvironmentTest, ChannelSectionAndGirthInMetres) {
-  struct Case {
-    double depth, width, slopeDeg;
-    double area, girth;  // m2 and m
-    const char* why;
-  } const cases[] = {
-      {2, 20, 90, 40.0, 24.0, "vertical sides at exactly 90 deg"},
-      {2, 20, 120, 40.0, 24.0, "beyond 90 deg is vertical too"},
-      {2, 20, 89.9, 39.993019, 23.993025, "89.9 deg is still a trapezoid"},
-      {2, 20, 10, 33.071797, 21.071797, "10 deg computes as 30"},
-      {2, 20, 0, 33.071797, 21.071797, "0 deg computes as 30, no division by zero"},
-      {10, 20, 30, 26.794919, 40.0, "negative bottom: girth clamps it, area does not"},
-      {10, 10, 30, -73.205081, 40.0, "deep narrow trapezoid gives a negative area"},
-      {0, 20, 45, 0.0, 20.0, "no depth: girth is the width alone"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.why);
-    Channel(c.depth, c.width, c.slopeDeg);
-    EXPECT_NEAR(env.CalcChannelAreaSect(kM2), c.area, 1e-5);
-    EXPECT_NEAR(env.CalcChannelGirth(kM), c.girth, 1e-5);
+  for (const auto& r : testing::ReadTable("channel_sections.txt", 5)) {
+    Channel(r.Num(0), r.Num(1), r.Num(2));
+    EXPECT_NEAR(env.CalcChannelAreaSect(kM2), r.Num(3), 1e-5) << r.where;
+    EXPECT_NEAR(env.CalcChannelGirth(kM), r.Num(4), 1e-5) << r.where;
   }
 }
 

@@ -15,25 +15,22 @@
 namespace velmar {
 namespace {
 
-// SI units (SigDigits 10) and water of exactly 1025 kg/m3, the density of the published
-// examples, so that entered volumes come back unchanged.
-struct Ship : testing::HullModel {
-  clsVXITTC78Expansion ittc78{units};
+using testing::EnterHoltropMennen1982;
+using testing::EnterHull;
 
-  Ship() {
-    water->WaterDefinitionIndex(3);  // Custom
-    water->Density(kKgPerM3, 1025.0);
-    water->Viscosity(kM2PerSec, 1.18831e-6);
-    ResetCalcErrorState();
-  }
+// SI units and the papers' water of exactly 1025 kg/m3, so that entered volumes come back
+// unchanged.
+struct Ship : testing::HullModel {
+  Ship() : HullModel(UnitPreset::SI, true) {}
+  clsVXITTC78Expansion ittc78{units};
 };
 
 TEST(HullEstimateTest, HoltropExampleShips) {
   Ship s;
-  s.EnterHoltropMennen1982();
-  double lr = 0, k1 = 0, ie = 0, ca = 0;
+  EnterHoltropMennen1982(*s.hull);
+  double lr = 0, k1 = 0, ca = 0;
   ASSERT_TRUE(CalcHoltropLengthOfRun(lr, *s.hull) && CalcHoltropFormFactor(k1, *s.hull) &&
-              CalcHoltropHalfEntranceAngle(ie, *s.hull) && CalcHoltropCorrelationAllowance(ca, *s.hull));
+              CalcHoltropCorrelationAllowance(ca, *s.hull));
   // Published: LR 81.385 m.
   EXPECT_NEAR(lr * 205.0, 81.385, 0.005);
   // Published: 1+k1 1.156, from the 1982 regression c13 {0.93 + c12 (B/LR)^0.92497 ...}.
@@ -41,8 +38,6 @@ TEST(HullEstimateTest, HoltropExampleShips) {
   // paper's own example exactly, see below): the two regressions differ by 2.5 % here.
   EXPECT_NEAR(k1, 1.18508, 1e-5);
   EXPECT_NEAR(k1, 1.156, 0.03);
-  // Published: iE 12.08 deg; the regression reproduces it.
-  EXPECT_NEAR(ie, 12.08, 0.005);
   // Published: CA 0.000352 with 0.006 (L+100)^-0.16 - 0.00205 (c4 = 0.04 removes the bulb
   // term). Here the later constants 0.00546 and 0.002: 0.000186. Undoing the change of
   // constants gives the paper's figure.
@@ -50,10 +45,9 @@ TEST(HullEstimateTest, HoltropExampleShips) {
   EXPECT_NEAR(ca + (0.006 - 0.00546) * std::pow(305.0, -0.16) - 0.00005, 0.000352, 5e-7);
   EXPECT_TRUE(s.hull->ErrorText().empty()) << s.hull->ErrorText();
 
-  // Holtrop (1984), the twin-screw fast ship: L 50 m, B 12 m, mean T 3.2 m, volume 900 m3,
-  // CM 0.78, CWP 0.80, lcb -4.5 % L, Cstern 0, no bulb.
+  // Holtrop (1984), the twin-screw fast ship.
   Ship fast;
-  fast.Enter(50.0, 12.0, 3.2, 900.0, 0.78, 0.80, -4.5);
+  testing::EnterHoltrop1984(*fast.hull);
   ASSERT_TRUE(CalcHoltropFormFactor(k1, *fast.hull));
   EXPECT_NEAR(k1, 1.297, 5e-4);  // Holtrop (1984): 1+k1 1.297
 }
@@ -63,7 +57,7 @@ TEST(HullEstimateTest, HoltropExampleShips) {
 TEST(HullEstimateTest, FullnessTermAboveCp09) {
   Ship s;
   const double L = 120.0, B = 20.0, T = 8.0, cm = 0.99, cp = 0.95, cwp = 0.97, vol = cp * cm * L * B * T;
-  s.Enter(L, B, T, vol, cm, cwp, 0.0);
+  EnterHull(*s.hull, L, B, T, vol, cm, cwp, 0.0);
   double lr = 0, ie = 0;
   ASSERT_TRUE(CalcHoltropLengthOfRun(lr, *s.hull) && CalcHoltropHalfEntranceAngle(ie, *s.hull));
   EXPECT_NEAR(lr, 1.0 - 0.95 + 0.02, 1e-9);  // LR/L = 1 - CP + a
@@ -83,7 +77,7 @@ TEST(HullEstimateTest, CorrelationAllowanceBulbAndDraftTerms) {
   auto ca = [&](double tl, double cb, double abt) {
     Ship s;
     const double T = tl * L;
-    s.Enter(L, B, T, cb * L * B * T, 0.98, 0.8, 0.0);
+    EnterHull(*s.hull, L, B, T, cb * L * B * T, 0.98, 0.8, 0.0);
     s.hull->BulbAreaSect(kM2, abt);
     s.hull->ZBulbAreaSectBelowWL(kM, 0.6 * T);
     double v = 0;
@@ -105,7 +99,7 @@ TEST(HullEstimateTest, CorrelationAllowanceBulbAndDraftTerms) {
 // length of run), and the caller's text is back after a success.
 TEST(HullEstimateTest, MissingLcbStopsTheHoltropEstimates) {
   Ship s;
-  s.EnterHoltropMennen1982();
+  EnterHoltropMennen1982(*s.hull);
   s.hull->XBuoyancyFwdTr(kM, 0.0);
   SetCalcLocation("caller");
   double v = -99.0;
@@ -157,7 +151,7 @@ TEST(HullEstimateListTest, EmptyHullGivesEmptyRows) {
 // from the published formulas.
 TEST(HullEstimateListTest, ProposalsForTheExampleShip) {
   Ship s;
-  s.EnterHoltropMennen1982();
+  EnterHoltropMennen1982(*s.hull);
   const std::string area = s.units->Format(UnitFamily::Area), length = s.units->Format(UnitFamily::Length);
   const double cb = 37500.0 / (205.0 * 32.0 * 10.0), cp = 37500.0 / (205.0 * 313.6);
   struct Row {
@@ -166,6 +160,7 @@ TEST(HullEstimateListTest, ProposalsForTheExampleShip) {
     double value, tol;
     std::string format;
   } const rows[] = {
+      // Holtrop & Mennen (1982) publish iE = 12.08 deg for this ship.
       {EstimateItem::HalfEntranceAngle, "Holtrop (1982)", 12.0775, 1e-4, "0.00"},
       {EstimateItem::WaterplaneArea, "Series 60", (0.86 * cp + 0.18) * 205.0 * 32.0, 0.01, area},
       {EstimateItem::LongitudinalCentre, "6% aft of mid-LWL", 0.44 * 205.0, 1e-9, length},

@@ -21,13 +21,12 @@ bool Pushed(const clsVXHull& h, const std::string& word) {
 }
 
 // The example ship of Holtrop & Mennen (1982), entered in metric units whatever the display
-// units, displacement = volume x 1026 kg/m3. The transom has no beam or immersion given,
-// so both stay 0 (legal).
-// Also a small hard-chine planing bottom (made-up data): chine stations at the transom and
-// 10 m forward of it.
+// units. The transom has no beam or immersion given, so both stay 0 (legal). Also a small
+// hard-chine planing bottom (made-up data): chine stations at the transom and 10 m forward
+// of it.
 clsVXHull& EnterExampleShip(HullModel& m) {
-  m.EnterHoltropMennen1982(1026.0);
   clsVXHull& h = *m.hull;
+  testing::EnterHoltropMennen1982(h);
   h.LengthProjPlaningBottom(kM, 15.0);
   h.AreaProjPlaningBottom(kM2, 45.0);
   h.XGravityFwdTr(kM, 5.5);
@@ -77,7 +76,6 @@ TEST(HullCoefficientTest, ExampleShipGivesTheSameCoefficientsInSIAndImperialUnit
       HullModel m(preset);
       clsVXHull& h = EnterExampleShip(m);
       h.HullConfigType(config);
-      // The Imperial standard salt water is 1026.016 kg/m3: 1.6e-5 off in the volume.
       for (const auto& [fn, expected] : rows)
         EXPECT_NEAR((h.*fn)(), expected, 3e-5 * expected) << expected << " config " << config;
       // Only the missing demihull spacing is reported, whatever the configuration.
