@@ -8,8 +8,13 @@
 #include "core/helpers.h"
 #include "core/ui_hooks.h"
 #include "resistance/appendage_drag.h"
+#include "resistance/dsyhs.h"
 #include "resistance/friction.h"
+#include "resistance/guldhammer_harvald.h"
 #include "resistance/holtrop.h"
+#include "resistance/mercier_savitsky.h"
+#include "resistance/savitsky.h"
+#include "resistance/van_oortmerssen.h"
 
 namespace velmar {
 namespace {
@@ -37,6 +42,38 @@ constexpr Col kBareHullOffColumns[] = {
     Col::ThrustDeductionAlignmentMultiplier,
     Col::RelRotEfficiencyAlignmentMultiplier,
 };
+
+// The hull drag methods of the ITTC-78 (CT) route: each gives the total coefficient of its model
+// at the ship's Froude number, the model's length and the speed check. The methods whose
+// catalogue entry has no row here are not part of the program (their ids, labels and
+// parameter ranges are).
+using HullDragMethodFn = bool (*)(double& ctModel, double& modelLength, int& speedCheck,
+                                  const clsVXHull& hull, double fn);
+template <int kMethod>
+bool DelftSeries(double& ctModel, double& modelLength, int& speedCheck, const clsVXHull& hull, double fn) {
+  return CalcHullDragDelftSeries(kMethod, ctModel, modelLength, speedCheck, hull, fn);
+}
+struct HullDragMethodRow {
+  int method;
+  HullDragMethodFn calc;
+};
+constexpr HullDragMethodRow kModelMethods[] = {
+    {kHullDragHoltrop, CalcHullDragHoltrop},
+    {kHullDragOortmerssen, CalcHullDragOortmerssen},
+    {kHullDragDelftSeries1, DelftSeries<kHullDragDelftSeries1>},
+    {kHullDragDelftSeries12, DelftSeries<kHullDragDelftSeries12>},
+    {kHullDragDelftSeries2, DelftSeries<kHullDragDelftSeries2>},
+    {kHullDragDelftSeries123, DelftSeries<kHullDragDelftSeries123>},
+    {kHullDragDelftSeries23, DelftSeries<kHullDragDelftSeries23>},
+    {kHullDragMercier, CalcHullDragMercier},
+    {kHullDragAndersen, CalcHullDragAndersen},
+};
+
+HullDragMethodFn ModelMethod(int method) {
+  for (const HullDragMethodRow& r : kModelMethods)
+    if (r.method == method) return r.calc;
+  return nullptr;
+}
 
 // Standard hull roughness of the ITTC-78 method, in metres.
 constexpr double kStdRoughnessM = 0.00015;
@@ -134,6 +171,55 @@ bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double R
   return true;
 }
 
+// What follows the bare hull in every row, whichever the route: the appendage drag, the added
+// drags, the margin, the total and its effective power.
+bool FinishRow(int hullCount, int row, double V, clsVXWaterProperties& water, clsVXHull& hull,
+               clsVXAppendage& appendage, clsVXITTC78Expansion& ittc78, clsVXResistance& resistance,
+               clsVXSpeedPerformance& sp) {
+  switch (resistance.AppendageDragEnabled()) {
+    case kDragOff:
+      sp.DragAppendages(row, kCurrent, 0.0);
+      break;
+    case kDragCalc: {
+      double drag = 0.0;
+      if (!CalcAppendageDrag(drag, water, hull, appendage, ittc78, resistance, sp, row)) return false;
+      sp.DragAppendages(row, kLbf, drag * hullCount);
+      break;
+    }
+    default:
+      break;
+  }
+
+  AddedDragColumn(sp, row, Col::DragWind, resistance.WindDragEnabled());
+  AddedDragColumn(sp, row, Col::DragSeas, resistance.SeasDragEnabled());
+  AddedDragColumn(sp, row, Col::DragChannel, resistance.ChannelDragEnabled());
+  // The margin follows its own Enabled state: Off gives 0, Calc takes the percentage of
+  // the hull drag alone or of the hull and added drags, Lock and Enter keep the column.
+  switch (resistance.MarginDragEnabled()) {
+    case kDragOff:
+      sp.DragMargin(row, kCurrent, 0.0);
+      break;
+    case kDragCalc: {
+      double basis = sp.DragBareHull(row, kCurrent);
+      if (resistance.MarginDragBasis() == 1) {
+        basis += sp.DragAppendages(row, kCurrent) + sp.DragWind(row, kCurrent) + sp.DragSeas(row, kCurrent) +
+                 sp.DragChannel(row, kCurrent);
+      }
+      sp.DragMargin(row, kCurrent, 0.01 * resistance.MarginDragPercentage() * basis);
+      break;
+    }
+    default:
+      break;
+  }
+
+  sp.DragTotal(row, kCurrent,
+               sp.DragBareHull(row, kCurrent) + sp.DragAppendages(row, kCurrent) +
+                   sp.DragWind(row, kCurrent) + sp.DragSeas(row, kCurrent) + sp.DragChannel(row, kCurrent) +
+                   sp.DragMargin(row, kCurrent));
+  sp.PowerEffectiveTotal(row, kHp, sp.DragTotal(row, kLbf) * V / 550.0);
+  return true;
+}
+
 bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
                       clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, clsVXSpeedPerformance& sp) {
   SetCalcLocation("ITTC-78 (CT) drag prediction");
@@ -200,47 +286,178 @@ bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppenda
         break;
     }
 
-    switch (resistance.AppendageDragEnabled()) {
+    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, ittc78, resistance, sp)) return false;
+  }
+  return true;
+}
+
+// The planing columns a row gets as 0 when the hull drag is off, besides the bare-hull ones.
+constexpr Col kPlaningOffColumns[] = {
+    Col::CoefFroudeChineBeam,
+    Col::DynamicTrimDeg,
+    Col::LengthWettedKeel,
+    Col::LengthWettedMean,
+    Col::CoefPlaningLift,
+    Col::CoefPlaningLkeelLpRatio,
+    Col::CoefPlaningHumpSpeedMultiplier,
+    Col::DragEquilibriumPlaning,
+    Col::EffectiveChineBeam,
+    Col::EffectiveAngleDeadriseDeg,
+};
+
+// What every row of a planing prediction needs of the hull: volume (ft3), displacement (kg),
+// waterline and projected chine lengths (ft, 0 when not given) and the number of hulls.
+struct PlaningShip {
+  double rho, nu, vol, dispKg, L, LP;
+  int hullCount;
+};
+
+// The bare-hull steps of one planing row (HullDragEnabled "Calc"), by the Savitsky method. All
+// coefficients refer to the dynamic pressure on the wetted bottom, q = 0.5 rho V^2 lambda b^2 /
+// cos(beta): CT is the drag, CV the bottom friction with its allowances and CR the rest (the
+// pressure drag and the hump correction). CF, CA and dCF are the friction line and the
+// allowances that make the friction.
+bool PlaningBareHullRow(const PlaningShip& ship, int row, double V, clsVXHull& hull,
+                        clsVXITTC78Expansion& ittc78, clsVXResistance& resistance,
+                        clsVXSpeedPerformance& sp) {
+  SavitskyOptions o;
+  o.density = ship.rho;
+  o.viscosity = ship.nu;
+  const int line = ittc78.HullFrictionLine();
+  o.friction = [line](double rn, double length, double speed) {
+    return CalcFrictionLine(rn, line, length, speed, 0.0);
+  };
+  // Correlation allowance: the user's in the custom expansion, else Savitsky's recommended
+  // friction allowance of 0.0004.
+  const double ca = resistance.HullDragExpansionDetail() != 0 ? ittc78.CorrelationAllowance() : 0.0004;
+  o.frictionAllowance = ca;
+  o.humpMultiplier = resistance.HullDragPlaningHumpMultiplierEnabled() == 1;
+  o.humpFactor = resistance.HullDragPlaningHumpMultiplierApplyFactor() == 1 ? 0.5 : 1.0;
+  o.thrustLine = resistance.HullDragPlaningPropulsorLiftCorrEnabled() == 1;
+  o.thrustFactor = resistance.HullDragPlaningPropulsorLiftCorrApplyFactor() == 1 ? 0.5 : 1.0;
+  SavitskyRow r;
+  if (!CalcHullDragSavitsky(r, hull, o, V)) return false;
+  // The roughness allowance depends on the wetted length and Reynolds number of the solution:
+  // a second equilibrium takes it in.
+  double dCFrough = 0.0;
+  if (resistance.HullDragRoughnessEnabled() == 1 && ittc78.HullRoughnessMM() > 0.0) {
+    const double lengthM = r.equilibrium.lambda * r.beam * 0.3048;
+    const double rn = r.equilibrium.reynolds;
+    dCFrough = RoughnessAllowance(0.001 * ittc78.HullRoughnessMM(), lengthM, rn) -
+               RoughnessAllowance(kStdRoughnessM, lengthM, rn);
+    o.frictionAllowance = ca + dCFrough;
+    if (!CalcHullDragSavitsky(r, hull, o, V)) return false;
+  }
+  const SavitskyResult& e = r.equilibrium;
+  sp.CoefReynoldsLength(row, e.reynolds);
+  sp.CoefFroudeChineBeam(row, e.cv);
+  sp.EffectiveChineBeam(row, kFt, r.beam);
+  sp.EffectiveAngleDeadriseDeg(row, r.deadriseDeg);
+  sp.DynamicTrimDeg(row, e.trimDeg);
+  sp.LengthWettedKeel(row, kFt, e.keelLength);
+  sp.LengthWettedMean(row, kFt, e.lambda * r.beam);
+  sp.CoefPlaningLift(row, e.clBeta);
+  sp.CoefPlaningLkeelLpRatio(row, ship.LP > 0.0 ? e.keelLength / ship.LP : 0.0);
+  sp.CoefPlaningHumpSpeedMultiplier(row, r.humpMultiplier);
+  sp.DragEquilibriumPlaning(row, kLbf, e.drag);
+  sp.DragBareHullSpeedCheck(row, r.speedCheck);
+
+  const double q = 0.5 * ship.rho * V * V * r.wettedArea;
+  const double ct = r.drag / q, cv = e.frictionShare / q;
+  sp.CoefDragBareHullFriction(row, e.cf);
+  sp.CoefDragBareHullRoughness(row, dCFrough);
+  sp.CoefDragBareHullCorrAllowance(row, ca);
+  sp.CoefDragBareHullViscous(row, cv);
+  sp.CoefDragBareHullResiduary(row, ct - cv);
+  sp.CoefDragBareHull(row, ct);
+  sp.CoefDragBareHullWavemakingTransverse(row, 0.0);
+  sp.CoefDragBareHullWavemakingDivergent(row, 0.0);
+  sp.DragBareHullResiduary(row, kLbf, q * (ct - cv));
+  sp.DragBareHullIndividual(row, kLbf, r.drag);
+  sp.DragBareHull(row, kCurrent, sp.DragBareHullIndividual(row, kCurrent) * ship.hullCount);
+  sp.PowerEffectiveBareHull(row, kHp, sp.DragBareHull(row, kLbf) * V / 550.0);
+  // Telfer's coefficients rest on a waterline length, which a planing hull does not run on.
+  sp.CoefDragBareHullResiduaryTelfer(row, 0.0);
+  sp.CoefDragBareHullTelfer(row, 0.0);
+  sp.CoefDragBareHullWeightRatio(
+      row, ship.dispKg > 0.0 ? sp.DragBareHullIndividual(row, kN) / (ship.dispKg * GravitySI) : 0.0);
+  return true;
+}
+
+// A failure of the settings, before any speed row: its text names no speed.
+bool FailBeforeRows(const std::string& text) {
+  AddCalcError(text);
+  SetCalcErrorAtSpeed(false);
+  return false;
+}
+
+bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
+                           clsVXITTC78Expansion& ittc78, clsVXResistance& resistance,
+                           clsVXSpeedPerformance& sp) {
+  SetCalcLocation("Planing drag prediction");
+  PlaningShip ship{};
+  ship.rho = water.Density(kSlugPerFt3);
+  ship.nu = water.Viscosity(kFt2PerSec);
+  if (water.ErrorsFound()) {
+    AddCalcErrors(water.Errors());
+    return false;
+  }
+  // Only the prediction by Savitsky's method is part of the planing route.
+  const bool calc = resistance.HullDragEnabled() == kDragCalc;
+  if (calc) {
+    const int method = resistance.HullDragMethod();
+    if (method != kHullDragSavitsky) {
+      return FailBeforeRows("Hull drag method not available for the Planing scope: " +
+                            resistance.HullDragMethodLabel(method));
+    }
+    if (resistance.HullDragTechnique() != kTechniquePrediction) {
+      return FailBeforeRows("Hull drag technique not available for the Planing scope: " +
+                            resistance.HullDragTechniqueLabel(resistance.HullDragTechnique()));
+    }
+    // Savitsky's spray area comes from a chart; no formula for it is part of the program.
+    if (resistance.HullDragSprayCorrEnabled() == 1) {
+      return FailBeforeRows("Spray drag correction not available");
+    }
+    if (resistance.HullDragCatamaranInterferenceEnabled() == 1 && hull.HullConfigType() == 1) {
+      return FailBeforeRows("Catamaran interference not available for the Planing scope");
+    }
+  }
+  using F = clsVXHull::Field;
+  ship.vol = hull.DisplacementVolume(kFt);
+  ship.dispKg = hull.Displacement(kKg);
+  ship.L = hull.Raw(FieldId(F::LengthWL)) > 0.0 ? hull.LengthWL(kFt) : 0.0;
+  ship.LP = hull.Raw(FieldId(F::LengthProjPlaningBottom)) > 0.0 ? hull.LengthProjPlaningBottom(kFt) : 0.0;
+  if (hull.ErrorsFound()) {
+    AddCalcErrors(hull.Errors());
+    return false;
+  }
+  ship.hullCount = HullCount(hull);
+
+  for (int row = 0; row < sp.count(); ++row) {
+    sp.SpeedIndex(row);
+    const double V = sp.Speed(row, kFtPerSec);
+    if (sp.ErrorsFound()) {
+      AddCalcErrors(sp.Errors());
+      return false;
+    }
+    sp.CoefFroudeLength(row, ship.L > 0.0 ? V / std::sqrt(GravityFt * ship.L) : 0.0);
+    sp.CoefFroudeVolume(row, V / std::sqrt(GravityFt * std::pow(ship.vol, 1.0 / 3.0)));
+    sp.CoefFroudeChineLength(row, ship.LP > 0.0 ? V / std::sqrt(GravityFt * ship.LP) : 0.0);
+
+    switch (resistance.HullDragEnabled()) {
       case kDragOff:
-        sp.DragAppendages(row, kCurrent, 0.0);
+        sp.DragBareHullSpeedCheck(row, 1);
+        sp.CoefReynoldsLength(row, ship.L > 0.0 ? V * ship.L / ship.nu : 0.0);
+        for (Col c : kBareHullOffColumns) sp.Write(row, FieldId(c), kCurrent, 0.0);
+        for (Col c : kPlaningOffColumns) sp.Write(row, FieldId(c), kCurrent, 0.0);
         break;
-      case kDragCalc: {
-        double drag = 0.0;
-        if (!CalcAppendageDrag(drag, water, hull, appendage, ittc78, resistance, sp, row)) return false;
-        sp.DragAppendages(row, kLbf, drag * ship.hullCount);
+      case kDragCalc:
+        if (!PlaningBareHullRow(ship, row, V, hull, ittc78, resistance, sp)) return false;
         break;
-      }
-      default:
+      default:  // Lock (and the file's Enter): the columns stay as they are
         break;
     }
-
-    AddedDragColumn(sp, row, Col::DragWind, resistance.WindDragEnabled());
-    AddedDragColumn(sp, row, Col::DragSeas, resistance.SeasDragEnabled());
-    AddedDragColumn(sp, row, Col::DragChannel, resistance.ChannelDragEnabled());
-    // The margin follows its own Enabled state: Off gives 0, Calc takes the percentage of
-    // the hull drag alone or of the hull and added drags, Lock and Enter keep the column.
-    switch (resistance.MarginDragEnabled()) {
-      case kDragOff:
-        sp.DragMargin(row, kCurrent, 0.0);
-        break;
-      case kDragCalc: {
-        double basis = sp.DragBareHull(row, kCurrent);
-        if (resistance.MarginDragBasis() == 1) {
-          basis += sp.DragAppendages(row, kCurrent) + sp.DragWind(row, kCurrent) +
-                   sp.DragSeas(row, kCurrent) + sp.DragChannel(row, kCurrent);
-        }
-        sp.DragMargin(row, kCurrent, 0.01 * resistance.MarginDragPercentage() * basis);
-        break;
-      }
-      default:
-        break;
-    }
-
-    sp.DragTotal(row, kCurrent,
-                 sp.DragBareHull(row, kCurrent) + sp.DragAppendages(row, kCurrent) +
-                     sp.DragWind(row, kCurrent) + sp.DragSeas(row, kCurrent) + sp.DragChannel(row, kCurrent) +
-                     sp.DragMargin(row, kCurrent));
-    sp.PowerEffectiveTotal(row, kHp, sp.DragTotal(row, kLbf) * V / 550.0);
+    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, ittc78, resistance, sp)) return false;
   }
   return true;
 }
@@ -255,17 +472,14 @@ bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLengt
   speedCheck = 1;
   double modelLength = 0.0;
   const int method = resistance.HullDragMethod();
-  bool ok = false;
-  switch (method) {
-    case 0:
-      ok = CalcHullDragHoltrop(ctModel, modelLength, speedCheck, hull, fnLength);
-      break;
-    default:
-      // Only the ids, labels and parameter ranges of the other methods are part of the program.
-      AddCalcError("Hull drag method not available: " + resistance.HullDragMethodLabel(method));
-      return false;
+  const HullDragMethodFn calc = ModelMethod(method);
+  if (!calc) {
+    AddCalcError(method == kHullDragSavitsky  // a method of the planing route
+                     ? "Hull drag method needs the Planing scope: " + resistance.HullDragMethodLabel(method)
+                     : "Hull drag method not available: " + resistance.HullDragMethodLabel(method));
+    return false;
   }
-  if (!ok) return false;
+  if (!calc(ctModel, modelLength, speedCheck, hull, fnLength)) return false;
   // The model runs at the ship's Froude number in fresh basin water.
   const double rnModel = std::pow(modelLength, 1.5) * fnLength * std::sqrt(GravityFt) / StdViscosityFresh;
   const double vModel = rnModel * StdViscosityFresh / modelLength;
@@ -293,9 +507,8 @@ bool CalcResistancePrediction() {
         return CalcDragPredictionCT(*p.WaterProperties, *p.Hull, *p.Appendage, *p.Environment, *p.ITTC78,
                                     *p.Resistance, *p.SpeedPerformance);
       case kHydroPlaning:
-        // The planing route (trim, wetted lengths, equilibrium drag and its corrections) is
-        // not part of this program; it fails without a message of its own.
-        return false;
+        return CalcDragPredictionPlaning(*p.WaterProperties, *p.Hull, *p.Appendage, *p.Environment, *p.ITTC78,
+                                         *p.Resistance, *p.SpeedPerformance);
       default:
         AddCalcError("Hydrodynamic hull type is undefined");
         return false;
@@ -311,6 +524,13 @@ bool CalcDragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXApp
   // The environment feeds the wind, seas and channel drags, for which no formula exists yet.
   return RunGuarded(
       [&] { return DragPredictionCT(water, hull, appendage, ittc78, resistance, speedPerformance); });
+}
+
+bool CalcDragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
+                               clsVXEnvironment& /*environment*/, clsVXITTC78Expansion& ittc78,
+                               clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance) {
+  return RunGuarded(
+      [&] { return DragPredictionPlaning(water, hull, appendage, ittc78, resistance, speedPerformance); });
 }
 
 bool CalcModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLength, clsVXHull& hull,
@@ -358,8 +578,19 @@ std::vector<int> ResistanceResultColumns() {
       "PowerEffectiveTotal",
       "DragBareHullSpeedCheck",
   };
+  // A planing run adds its running attitude and equilibrium.
+  static const char* const kPlaningNames[] = {
+      "CoefFroudeChineBeam",     "DynamicTrimDeg",
+      "LengthWettedKeel",        "LengthWettedMean",
+      "CoefPlaningLkeelLpRatio", "CoefPlaningLift",
+      "EffectiveChineBeam",      "EffectiveAngleDeadriseDeg",
+      "DragEquilibriumPlaning",  "CoefPlaningHumpSpeedMultiplier",
+  };
   std::vector<int> columns;
   for (const char* name : kNames) columns.push_back(clsVXSpeedPerformance::ColumnIndex(name));
+  const auto& ittc78 = App().primary.ITTC78;
+  if (ittc78 && ittc78->HullHydrodynamicType() == kHydroPlaning)
+    for (const char* name : kPlaningNames) columns.push_back(clsVXSpeedPerformance::ColumnIndex(name));
   return columns;
 }
 

@@ -28,11 +28,25 @@ enum HullDragTechniqueId : int {
   kTechniqueScaleFromTest = 2,
   kTechniqueDefined = 3,
 };
+// HullDragMethod ids the program computes; the others are catalogue entries only.
+enum HullDragMethodId : int {
+  kHullDragHoltrop = 0,
+  kHullDragOortmerssen = 4,
+  kHullDragDelftSeries1 = 5,
+  kHullDragDelftSeries12 = 6,
+  kHullDragDelftSeries2 = 7,
+  kHullDragDelftSeries123 = 8,
+  kHullDragDelftSeries23 = 9,
+  kHullDragMercier = 17,
+  kHullDragAndersen = 31,
+  kHullDragSavitsky = 32,  // the planing route
+};
 // ITTC78.HullHydrodynamicType.
 enum HullHydrodynamicTypeId : int { kHydroUndefined = 0, kHydroITTC78CT = 1, kHydroPlaning = 2 };
 
 // The columns a resistance run writes, in table order: the speed, the coefficients, the drag
-// components and the powers. Result tables, reports and velmar-cli show these.
+// components and the powers; with the Planing scope of the open project also the running
+// attitude and the equilibrium drag. Result tables, reports and velmar-cli show these.
 std::vector<int> ResistanceResultColumns();
 
 // The resistance prediction of the open project (the primary objects of App()). Returns true
@@ -44,6 +58,13 @@ bool CalcResistancePrediction();
 bool CalcDragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
                           clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78,
                           clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance);
+
+// The planing route over every row of `speedPerformance`: the running trim, wetted lengths and
+// equilibrium drag of the Savitsky method, with its hump and thrust-line corrections, and the
+// appendage and added drags as in the ITTC-78 (CT) route.
+bool CalcDragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
+                               clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78,
+                               clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance);
 
 // The model step: the selected hull drag method's model CT at Froude number `fnLength`, and
 // the model CR left after the model's viscous part, times `crMultiplier`, never below 1e-6.
