@@ -13,6 +13,7 @@
 #include "core/format.h"
 #include "core/helpers.h"
 #include "resistance/ittc78.h"
+#include "validation/parameter_check.h"
 
 namespace velmar {
 namespace {
@@ -174,9 +175,11 @@ struct Context {
 
 // A proposal's rule: a value in the item's current unit, none when inputs are missing.
 using Rule = std::optional<double> (*)(const Context&);
+constexpr int kNoCheck = -2;
 struct Proposal {
   const char* label;
-  Rule rule;  // nullptr: no published rule is carried, the row stays empty
+  Rule rule;               // nullptr: no published rule is carried, the row stays empty
+  int checkId = kNoCheck;  // the check of the data set the proposal comes from
 };
 
 std::optional<double> Positive(double v) {
@@ -210,21 +213,21 @@ constexpr Proposal kHalfEntranceAngle[] = {
        double v = 0.0;
        const bool ok = CalcHoltropHalfEntranceAngle(v, c.hull);
        return Produced(ok, v, 0.0);
-     }},
-    {"Fung (HSTS)", nullptr},
-    {"Fung (CRTS)", nullptr},
+     }, 0},
+    {"Fung (HSTS)", nullptr, 1},
+    {"Fung (CRTS)", nullptr, 2},
 };
 
 constexpr Proposal kWaterplaneArea[] = {
-    {"Series 60", WaterplaneFromCp<860, 180>},
-    {"Webb small ship", WaterplaneFromCp<810, 260>},
-    {"Webb cargo ship", WaterplaneFromCp<880, 170>},
-    {"Webb twin-screw", WaterplaneFromCp<750, 270>},
+    {"Series 60", WaterplaneFromCp<860, 180>, 20},
+    {"Webb small ship", WaterplaneFromCp<810, 260>, 38},
+    {"Webb cargo ship", WaterplaneFromCp<880, 170>, 39},
+    {"Webb twin-screw", WaterplaneFromCp<750, 270>, 40},
     {"Doust trawler", [](const Context& c) {
        const double cb = c.hull.CoefBlock();
        if (!(cb > 0.0)) return std::optional<double>();
        return Positive(c.hull.GetWaterplaneAreaFromCw(0.967059 * std::pow(cb, 0.52085)));
-     }},
+     }, 41},
 };
 
 constexpr Proposal kLongitudinalCentre[] = {
@@ -254,7 +257,7 @@ constexpr Proposal kWettedSurface[] = {
        if (!(len > 0.0 && t > 0.0 && vol > 0.0)) return std::optional<double>();
        return Positive(AreaFromM2(c.hull, 1.7 * len * t + vol / t));
      }},
-    {"Swift", nullptr}, {"MARAD", nullptr}, {"BSRA Series (Full)", nullptr}, {"Series 60", nullptr},
+    {"Swift", nullptr, 22}, {"MARAD", nullptr, 16}, {"BSRA Series (Full)", nullptr, 4}, {"Series 60", nullptr, 20},
     // Holtrop & Mennen (1982): S = L (2T + B) sqrt(CM) (0.453 + 0.4425 CB - 0.2862 CM
     //   - 0.003467 B/T + 0.3696 CWP) + 2.38 ABT / CB.
     {"Holtrop", [](const Context& c) {
@@ -266,10 +269,10 @@ constexpr Proposal kWettedSurface[] = {
                             (0.453 + 0.4425 * cb - 0.2862 * cm - 0.003467 * b / t + 0.3696 * cwp) +
                         2.38 * std::max(abt, 0.0) / cb;
        return Positive(AreaFromM2(h, s));
-     }},
-    {"DeGroot RB", nullptr}, {"Delft 1", nullptr}, {"Delft 23", nullptr}, {"Hamburg EWB Series", nullptr},
-    {"Jin 1980", nullptr}, {"Mercier", nullptr}, {"NTUA Series", nullptr}, {"Oortmersen", nullptr},
-    {"SSPA cargo", nullptr},
+     }, 0},
+    {"DeGroot RB", nullptr, 7}, {"Delft 1", nullptr, 9}, {"Delft 23", nullptr, 13}, {"Hamburg EWB Series", nullptr, 14},
+    {"Jin 1980", nullptr, 26}, {"Mercier", nullptr, 17}, {"NTUA Series", nullptr, 18}, {"Oortmersen", nullptr, 19},
+    {"SSPA cargo", nullptr, 21},
 };
 
 constexpr Proposal kCorrelationAllowance[] = {
@@ -280,12 +283,12 @@ constexpr Proposal kCorrelationAllowance[] = {
        if (!(len > 0.0)) return std::optional<double>();
        return std::optional<double>((105.0 * std::cbrt(150e-6 / len) - 0.64) * 1e-3);
      }},
-    {"Keller", nullptr}, {"Guldhammer", nullptr}, {"NavSea", nullptr},
+    {"Keller", nullptr}, {"Guldhammer", nullptr}, {"NavSea", nullptr, 28},
     {"Holtrop", [](const Context& c) {
        double v = 0.0;
        const bool ok = CalcHoltropCorrelationAllowance(v, c.hull);
        return Produced(ok, v, 0.0);
-     }},
+     }, 0},
     {"Planing [minimum]", nullptr},
     // The ATTC (1947) standard allowance 0.0004, used for planing hulls by Savitsky (1964).
     {"Planing [typical]", [](const Context&) { return std::optional<double>(0.0004); }},
@@ -297,23 +300,23 @@ constexpr Proposal kFormFactor[] = {
        double v = 1.0;
        const bool ok = CalcHoltropFormFactor(v, c.hull);
        return Produced(ok, v, 1.0);
-     }},
+     }, 0},
     {"MARIN [Grigson]", nullptr},
     {"Kostov", [](const Context& c) {
        double v = 0.0;
        const bool ok = CalcKostovFormFactor(v, c.hull);
        return Produced(ok, v, 0.0);
-     }},
+     }, 3},
     {"Hamburg EWB Series", [](const Context& c) {
        double v = 0.0;
        const bool ok = CalcHamburgEWBFormFactor(v, c.hull);
        return Produced(ok, v, 0.0);
-     }},
+     }, 14},
     {"BSRA Series", [](const Context& c) {
        double v = 0.0;
        const bool ok = CalcBSRAFormFactor(v, c.hull);
        return Produced(ok, v, 0.0);
-     }},
+     }, 4},
     // Granville (1956): k = 18.7 (CB B/L)^2.
     {"Granville", [](const Context& c) {
        const double cb = c.hull.CoefBlock(), lb = c.hull.CoefLwlBwlRatio();
@@ -405,7 +408,8 @@ std::vector<EstimateRow> EstimateList(EstimateItem item, const clsVXHull& hull,
   const DataClass& owner = itemRow.ofSettings ? static_cast<const DataClass&>(ittc78) : *copy;
   std::vector<EstimateRow> rows;
   for (const Proposal& p : itemRow.proposals) {
-    EstimateRow row{p.label, 0.0, ""};
+    EstimateRow row{p.label, 0.0, "", {}, {}, {}};
+    if (p.checkId != kNoCheck) row.checkId = p.checkId;
     try {
       if (const auto v = p.rule ? p.rule(context) : std::nullopt) {
         row.value = *v;
@@ -419,6 +423,29 @@ std::vector<EstimateRow> EstimateList(EstimateItem item, const clsVXHull& hull,
   }
   SetCalcLocation(location);
   return rows;
+}
+
+// The list at the project's design Froude number on LWL (0 without a design speed or a length),
+// each proposal from a data set with the rows and the note of that data set's check.
+std::vector<EstimateRow> EstimateList(EstimateItem item, const ModelSet& set, Mode mode) {
+  try {
+    double designFn = 0.0, speed = 0.0;
+    if (DesignSpeed(*set.SpeedPerformance, kFtPerSec, speed)) {
+      const double len = set.Hull->Raw(set.Hull->FieldIndex("LengthWL"));
+      if (len > 0.0)
+        designFn = speed / std::sqrt(GravityFt * set.Units->ConvertUnitLength(len, kFt, kCurrent));
+    }
+    std::vector<EstimateRow> rows = EstimateList(item, *set.Hull, *set.ITTC78, designFn);
+    for (EstimateRow& row : rows) {
+      if (!row.checkId) continue;
+      MethodCheck check = CheckMethod(set, mode, *row.checkId, true);
+      row.checkRows = std::move(check.rows);
+      row.checkNote = std::move(check.note);
+    }
+    return rows;
+  } catch (...) {
+    return {};  // a set without its members: no proposals
+  }
 }
 
 }  // namespace velmar

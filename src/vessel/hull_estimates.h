@@ -3,9 +3,11 @@
 // values that the estimate window and `velmar-cli estimate` offer for one item at a time.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "validation/check_row.h"
 #include "vessel/hull.h"
 
 namespace velmar {
@@ -26,10 +28,15 @@ bool PassHullErrors(const clsVXHull& hull);
 
 // One proposal of an estimate list: its source label, the value (in the item's current
 // unit) and the value as text in the item's format; an empty text when inputs are missing.
+// A proposal taken from a method's data set names the method's check id; the list built on
+// a project carries that check's rows and note too.
 struct EstimateRow {
   std::string label;
   double value = 0.0;
   std::string text;
+  std::optional<int> checkId;
+  std::vector<ParameterCheckRow> checkRows;
+  std::string checkNote;
 };
 
 // The estimate items, by the names a user types at the command line.
@@ -53,5 +60,11 @@ class clsVXITTC78Expansion;
 // "Design lane [FN]" proposal uses it; 0 when there is none).
 std::vector<EstimateRow> EstimateList(EstimateItem item, const clsVXHull& hull,
                                       const clsVXITTC78Expansion& ittc78, double designFn);
+
+struct ModelSet;
+enum class Mode : int;
+// The proposals for one item of the project `set`, at its design Froude number, each with
+// the rows of its parameter check in `mode` where it has a check id.
+std::vector<EstimateRow> EstimateList(EstimateItem item, const ModelSet& set, Mode mode);
 
 }  // namespace velmar
