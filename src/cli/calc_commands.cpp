@@ -3,10 +3,12 @@
 // warnings go to standard error), and print the results.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <iostream>
 
+#include "app/file_commands.h"
 #include "cli/commands.h"
 #include "core/application.h"
 #include "core/calculate.h"
@@ -15,6 +17,7 @@
 #include "core/helpers.h"
 #include "core/ui_hooks.h"
 #include "files/project_file.h"
+#include "propulsion/propeller_sizing_run.h"
 #include "propulsion/propulsion_driver.h"
 #include "resistance/parameter_influence.h"
 #include "resistance/resistance_driver.h"
@@ -23,12 +26,16 @@
 namespace velmar::cli {
 namespace {
 
-// Numbers for machines: 17 significant digits, '.' as the decimal separator.
+// Numbers for machines: the shortest text that reads back to the same double ("0.0006", not
+// "0.00059999999999999995"), '.' as the decimal separator.
 std::string Full(double v) {
   char buf[40];
-  std::snprintf(buf, sizeof buf, "%.17g", v);
-  return buf;
+  const auto r = std::to_chars(buf, buf + sizeof buf, v);
+  return std::string(buf, r.ptr);
 }
+
+// JSON has no infinity or NaN: such a cell is null.
+std::string JsonNumber(double v) { return std::isfinite(v) ? Full(v) : "null"; }
 
 std::string JsonString(std::string_view s) {
   std::string out = "\"";
@@ -156,10 +163,14 @@ bool ParseColumns(const std::string& list, std::vector<int>& cols) {
 struct CalcOptions {
   std::string path, mode = "resistance", format = "table", out, columns;
   bool keepResistance = false;
+  bool size = false;       // --size: the sizing step sizes the propeller (propulsion mode)
+  bool modeGiven = false;  // --mode was on the command line
 };
 
 void RunCalc(const CalcOptions& o) {
-  const bool propulsion = EqualsNoCase(o.mode, "propulsion");
+  if (o.size && o.modeGiven && !EqualsNoCase(o.mode, "propulsion"))
+    return Fail(kExitUsage, "--size goes with --mode propulsion");
+  const bool propulsion = o.size || EqualsNoCase(o.mode, "propulsion");
   if (!propulsion && !EqualsNoCase(o.mode, "resistance"))
     return Fail(kExitUsage, "unknown mode \"" + o.mode + "\"; use resistance or propulsion");
   if (!EqualsNoCase(o.format, "table") && !EqualsNoCase(o.format, "csv") && !EqualsNoCase(o.format, "json"))
@@ -183,8 +194,20 @@ void RunCalc(const CalcOptions& o) {
     ok = ok && result.ok;
     return result.ok;
   };
+  // --size: the sizing step of the propulsion run sizes the propeller, and a question whether
+  // to calculate the propulsion after a change of the sizing is answered Yes.
+  PropellerSizingHooks sizingHooks;
+  if (o.size) SetHooks(&sizingHooks);
   if (!propulsion || !o.keepResistance) calculate(Mode::Resistance);
   if (propulsion && ok) calculate(Mode::Propulsion);
+  if (o.size) SetHooks(nullptr);
+  if (o.size && propulsion && ok && sizingHooks.reports.empty())
+    std::cerr << "velmar-cli: --size: the project sets no propeller sizing; nothing was sized\n";
+  for (const PropellerSizingReport& r : sizingHooks.reports) {
+    (EqualsNoCase(o.format, "table") ? std::cout : std::cerr)
+        << PropellerSizingReportText(r, *App().primary.Units);
+    ok = ok && r.ok;
+  }
 
   const ModelSet& p = App().primary;
   const clsVXSpeedPerformance& sp = *p.SpeedPerformance;
@@ -207,7 +230,7 @@ void RunCalc(const CalcOptions& o) {
       std::cout << (r ? ", " : "") << "{";
       for (size_t i = 0; i < cols.size(); ++i)
         std::cout << (i ? ", " : "") << JsonString(clsVXSpeedPerformance::Column(cols[i]).name) << ": "
-                  << Full(sp.Raw(r, cols[i]));
+                  << JsonNumber(sp.Raw(r, cols[i]));
       std::cout << "}";
     }
     std::cout << "]}\n";
@@ -247,14 +270,20 @@ void RunCalc(const CalcOptions& o) {
     }
   }
 
-  if (!o.out.empty() && SaveProjectFile(o.out) != 1)
-    return Fail(kExitUsage, "the project could not be saved to \"" + o.out + "\"");
+  std::string error;
+  if (!o.out.empty() && SaveProjectAs(o.out, &error) != 1)
+    return Fail(kExitUsage,
+                "the project could not be saved to \"" + o.out + "\"" + (error.empty() ? "" : ": " + error));
   if (!ok) SetExitCode(kExitFailed);
 }
 
 void RunInfluence(const std::string& path) {
   if (!OpenForCommand(path)) return;
   const ParameterInfluence pi = BuildParameterInfluence();
+  if (!pi.refusal.empty()) {
+    std::cerr << "Sensitivity analysis: " << pi.refusal << "\n";
+    return SetExitCode(kExitFailed);
+  }
   std::cout << "Parameter influence - " << pi.title << "\n";
   if (pi.designSpeed && pi.basisOk)
     std::cout << "Bare-hull drag at the design speed: "
@@ -284,24 +313,22 @@ void RunEstimate(const std::string& path, const std::string& itemName) {
     return Fail(kExitUsage, "unknown estimate item \"" + itemName + "\"; the items are " + names);
   }
   if (!OpenForCommand(path)) return;
-  const ModelSet& p = App().primary;
-  double designFn = 0.0;
-  const clsVXSpeedPerformance& sp = *p.SpeedPerformance;
-  if (sp.count() > 0 && sp.DesignSpeedIndex() >= 0 && sp.DesignSpeedIndex() < sp.count()) {
-    const double v = sp.Raw(sp.DesignSpeedIndex(), clsVXSpeedPerformance::ColumnIndex("Speed"));
-    const double l = p.Hull->Raw(p.Hull->FieldIndex("LengthWL"));
-    if (v > 0 && l > 0) {
-      const double vFt = p.Units->ConvertUnitSpeed(v, kFtPerSec, kCurrent);
-      const double lFt = p.Units->ConvertUnitLength(l, kFt, kCurrent);
-      designFn = vFt / std::sqrt(GravityFt * lFt);
-    }
-  }
-  const std::vector<EstimateRow> rows = EstimateList(item, *p.Hull, *p.ITTC78, designFn);
+  // Each proposal taken from a method's data set is followed by the rows of that method's
+  // parameter check at the design speed, and its note.
+  const std::vector<EstimateRow> rows = EstimateList(item, App().primary, App().CurrentMode);
   size_t w = 0;
   for (const auto& r : rows) w = std::max(w, r.label.size());
-  for (const auto& r : rows)
+  for (const auto& r : rows) {
     std::cout << r.label << std::string(w - r.label.size() + 2, ' ') << (r.text.empty() ? "---" : r.text)
               << "\n";
+    for (const ParameterCheckRow& c : r.checkRows)
+      std::cout << "    " << c.name << "  " << c.range << "  " << c.value
+                << (c.status == kCheckFail      ? "  Range"
+                    : c.status == kCheckMissing ? "  Missing"
+                                                : "")
+                << "\n";
+    if (!r.checkNote.empty()) std::cout << "    " << r.checkNote << "\n";
+  }
 }
 
 }  // namespace
@@ -315,10 +342,14 @@ void RegisterCalcCommands(CLI::App& app) {
       ->capture_default_str();
   calc->add_flag("--keep-resistance", o.keepResistance,
                  "with --mode propulsion: take the drag columns as stored in the file");
+  calc->add_flag("--size", o.size, "size the propeller at the sizing step of the propulsion prediction");
   calc->add_option("--format", o.format, "table, csv or json")->capture_default_str();
   calc->add_option("--columns", o.columns, "comma-separated column names (as in the csv header) to print");
   calc->add_option("-o,--output", o.out, "Save the project with its results to this file");
-  calc->callback([] { RunCalc(o); });
+  calc->callback([calc] {
+    o.modeGiven = calc->count("--mode") > 0;
+    RunCalc(o);
+  });
 
   auto* influence = app.add_subcommand("influence", "Parameter influence of the hull on the bare-hull drag");
   static std::string influencePath;

@@ -123,6 +123,8 @@ void Fail(int code, const std::string& message) {
 void RegisterCommands(CLI::App& app) {
   RegisterCalcCommands(app);
   RegisterFileCommands(app);
+  RegisterSizingCommands(app);
+  RegisterValidationCommands(app);
   app.add_subcommand("units", "List the unit families with their units, factors and default formats")
       ->callback(RunUnits);
 

@@ -21,6 +21,8 @@ inline constexpr int kExitUsage = 2;
 void RegisterCommands(CLI::App& app);
 void RegisterCalcCommands(CLI::App& app);
 void RegisterFileCommands(CLI::App& app);
+void RegisterSizingCommands(CLI::App& app);
+void RegisterValidationCommands(CLI::App& app);
 int ExitCode();
 void SetExitCode(int code);
 // Prints "velmar-cli: " and a one-line message to standard error and sets the exit code.

@@ -5,17 +5,20 @@
 // text, innermost first, and the rows written before the failure keep their values.
 #include "propulsion/propulsion_driver.h"
 
+#include <iterator>
 #include <optional>
 #include <vector>
 
 #include "core/application.h"
 #include "core/diagnostics.h"
 #include "core/ui_hooks.h"
+#include "propulsion/analysis_types.h"
 #include "propulsion/engine_fuel.h"
 #include "propulsion/interaction.h"
 #include "propulsion/propeller_analysis.h"
 #include "propulsion/propeller_series_model.h"
 #include "propulsion/rpm_solution.h"
+#include "propulsion/waterjet_analysis.h"
 #include "resistance/resistance_driver.h"
 
 namespace velmar {
@@ -23,11 +26,30 @@ namespace {
 
 constexpr int kWaterjetData = 3;  // PropulsorCalcType
 constexpr int kCPP = 1;           // PropellerType
-constexpr int kFreeRun = 0;       // AnalysisTypeMethod
+constexpr int kAcceleration = 3;  // AnalysisTypeMethod
 
 bool Fail(const char* context) {
   AddCalcError(context);
   return false;
+}
+
+// The analysis types in the order of AnalysisTypeMethod: the procedure and the context its
+// failure adds. An index outside the list runs the free run.
+struct AnalysisType {
+  bool (*build)(clsVXWaterProperties&, clsVXHull&, clsVXPropulsion&, clsVXPropeller&, clsVXPropellerSeries&,
+                clsVXWaterjet&, clsVXEngine&, clsVXSpeedPerformance&);
+  const char* failure;
+};
+constexpr AnalysisType kAnalysisTypes[] = {
+    {BuildPropulsionFreeRunAnalysis, "propulsion free-run analysis calculation"},
+    {BuildPropulsionTowingAnalysis, "propulsion towing analysis calculation"},
+    {BuildPropulsionFixedRPMAnalysis, "propulsion fixed engine RPM analysis calculation"},
+    {BuildPropulsionAccelerationAnalysis, "propulsion acceleration analysis calculation"},
+    {BuildPropulsionDefinedAnalysis, "propulsion defined analysis calculation"},
+};
+const AnalysisType& AnalysisTypeOf(int method) {
+  return method >= 0 && method < static_cast<int>(std::size(kAnalysisTypes)) ? kAnalysisTypes[method]
+                                                                             : kAnalysisTypes[0];
 }
 
 // The wait cursor is on while the prediction runs, and off on every way out.
@@ -60,13 +82,10 @@ bool BuildPropulsionPrediction(clsVXWaterProperties& water, clsVXHull& hull, cls
   // 1.
   SetCalcLocation("Building Propulsion prediction");
   std::optional<BusyPointer> busy(std::in_place);
-  // 2. A missing form factor is repaired in the settings, where it stays.
-  if (!(ittc78.HullFormFactor() > 0.0)) ittc78.HullFormFactor(1.0);
-  // 3. A contra-rotating pair's torque depends on whether a rudder stands behind it.
-  propellerSeries.CRPRudderLocation(ittc78.RudderLocation());
-  // 4.
-  if (!PredictPropulsionInteractionCoefs(water, hull, ittc78, propulsion, propeller, speedPerformance))
-    return Fail("propulsion interaction coefficient calculation");
+  // 2.-4.
+  if (!PreparePropulsionPrediction(water, hull, ittc78, propulsion, propeller, propellerSeries,
+                                   speedPerformance))
+    return false;
   // 5. The sizing window lets the user finish a sizing before the analysis.
   busy.reset();
   const auto& sizing = App().primary.PropellerSizing;
@@ -74,11 +93,11 @@ bool BuildPropulsionPrediction(clsVXWaterProperties& water, clsVXHull& hull, cls
       speedPerformance.count() > 0)
     Hooks().ShowPropellerSizing();
   busy.emplace();
-  // 6. The free run is the one analysis type with a procedure; the others leave the columns.
-  if (propulsion.AnalysisTypeMethod() == kFreeRun &&
-      !BuildPropulsionFreeRunAnalysis(water, hull, propulsion, propeller, propellerSeries, waterjet, engine,
-                                      speedPerformance))
-    return Fail("propulsion free-run analysis calculation");
+  // 6. The analysis of the selected type.
+  const AnalysisType& analysis = AnalysisTypeOf(propulsion.AnalysisTypeMethod());
+  if (!analysis.build(water, hull, propulsion, propeller, propellerSeries, waterjet, engine,
+                      speedPerformance))
+    return Fail(analysis.failure);
   // 7.
   if (propulsion.PropulsionInteractionEnabled() != kDragLock) speedPerformance.ZeroEnginePropertiesArrays();
   // 8.
@@ -86,6 +105,20 @@ bool BuildPropulsionPrediction(clsVXWaterProperties& water, clsVXHull& hull, cls
       !BuildEngineFuelRateAndLoad(engine, speedPerformance, propulsion))
     return Fail("propulsion system engine calculation");
   // 9.
+  return true;
+}
+
+bool PreparePropulsionPrediction(clsVXWaterProperties& water, clsVXHull& hull, clsVXITTC78Expansion& ittc78,
+                                 clsVXPropulsion& propulsion, clsVXPropeller& propeller,
+                                 clsVXPropellerSeries& propellerSeries,
+                                 clsVXSpeedPerformance& speedPerformance) {
+  // 2. A missing form factor is repaired in the settings, where it stays.
+  if (!(ittc78.HullFormFactor() > 0.0)) ittc78.HullFormFactor(1.0);
+  // 3. A contra-rotating pair's torque depends on whether a rudder stands behind it.
+  propellerSeries.CRPRudderLocation(ittc78.RudderLocation());
+  // 4.
+  if (!PredictPropulsionInteractionCoefs(water, hull, ittc78, propulsion, propeller, speedPerformance))
+    return Fail("propulsion interaction coefficient calculation");
   return true;
 }
 
@@ -131,6 +164,12 @@ bool BuildPropulsionFreeRunAnalysis(clsVXWaterProperties& water, clsVXHull& hull
                                 meanPitch, engine) == kRPMFailed)
         return Fail("calculating equilibrium RPM for given thrust requirement");
       if (propeller.PropellerType() == kCPP) sp.CPMeanPitch(i, kFt, meanPitch);
+    } else if (calcType == kWaterjetData) {
+      // A waterjet: the power its curves need for the thrust at this speed.
+      WaterjetPoint jet;
+      if (!WaterjetPowerForThrust(waterjet, V, thrust, jet)) return Fail("calculating waterjet performance");
+      if (!CalcWaterjetAnalysis(hullCount, propulsion, waterjet, sp, i, jet))
+        return Fail("calculating propulsion analysis");
     }
     if (!CalcPropulsorAnalysis(hullCount, water, propulsion, propeller, propellerSeries, waterjet, sp, i, rpm,
                                va, meanPitch))
@@ -180,8 +219,8 @@ bool CalcPropulsorAnalysis(int hullCount, clsVXWaterProperties& water, clsVXProp
 int CalcPropulsorKTKQ(double& KT, double& KQ, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                       clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries, double revsPerSec,
                       double advanceSpeed, double diameter, double expAreaRatio, int cupFlag,
-                      double meanPitch, double& sigmaAvg, double& tauAvg, double& sigmaPeak,
-                      double& tauPeak) {
+                      double meanPitch, double& sigmaAvg, double& tauAvg, double& sigmaPeak, double& tauPeak,
+                      DerivativeArray* ktArray, DerivativeArray* kqArray) {
   SetCalcLocation("Calculating propulsor KTKQ");
   if (propulsion.ErrorsFound()) {
     AddCalcErrors(propulsion.Errors());
@@ -194,7 +233,7 @@ int CalcPropulsorKTKQ(double& KT, double& KQ, clsVXWaterProperties& water, clsVX
   }
   const int result = CalcPropellerSeriesPerformance(
       KT, KQ, water, propulsion, propeller, propellerSeries, revsPerSec, advanceSpeed, diameter, expAreaRatio,
-      cupFlag, meanPitch, nullptr, nullptr, sigmaAvg, tauAvg, sigmaPeak, tauPeak);
+      cupFlag, meanPitch, ktArray, kqArray, sigmaAvg, tauAvg, sigmaPeak, tauPeak);
   if (result == 0) {
     AddCalcError("propeller series KTKQ calculation");
     return 0;
@@ -257,6 +296,11 @@ std::vector<int> PropulsionResultColumns() {
   };
   std::vector<int> columns;
   for (const char* name : kNames) columns.push_back(clsVXSpeedPerformance::ColumnIndex(name));
+  // An acceleration run adds its time, distance and acceleration.
+  const auto& propulsion = App().primary.Propulsion;
+  if (propulsion && propulsion->AnalysisTypeMethod() == kAcceleration)
+    for (const char* name : {"AccelGravities", "AccelTimeSecs", "AccelDistance"})
+      columns.push_back(clsVXSpeedPerformance::ColumnIndex(name));
   return columns;
 }
 

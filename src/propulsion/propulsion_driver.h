@@ -5,6 +5,7 @@
 
 #include "core/speed_performance.h"
 #include "core/water.h"
+#include "propulsion/bseries.h"
 #include "propulsion/engine.h"
 #include "propulsion/propeller.h"
 #include "propulsion/propeller_series.h"
@@ -26,12 +27,21 @@ bool CalcPropulsionPrediction(clsVXWaterProperties& water, clsVXHull& hull, clsV
                               clsVXSpeedPerformance& speedPerformance);
 
 // Interaction coefficients for every speed, the sizing window when a sizing is set, the
-// analysis of the selected type, then engine load and fuel.
+// analysis of the selected type (free run, towing, fixed engine RPM, acceleration, defined;
+// see analysis_types.h), then engine load and fuel.
 bool BuildPropulsionPrediction(clsVXWaterProperties& water, clsVXHull& hull, clsVXITTC78Expansion& ittc78,
                                clsVXResistance& resistance, clsVXPropulsion& propulsion,
                                clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries,
                                clsVXWaterjet& waterjet, clsVXEngine& engine,
                                clsVXSpeedPerformance& speedPerformance);
+
+// Steps 2 to 4 of the prediction, which the sizing of a propeller needs as well: a form
+// factor that is not positive set to 1, the rudder location of a contra-rotating pair, and
+// the interaction coefficients of every speed.
+bool PreparePropulsionPrediction(clsVXWaterProperties& water, clsVXHull& hull, clsVXITTC78Expansion& ittc78,
+                                 clsVXPropulsion& propulsion, clsVXPropeller& propeller,
+                                 clsVXPropellerSeries& propellerSeries,
+                                 clsVXSpeedPerformance& speedPerformance);
 
 // Free run: at every speed the propulsor RPM at which the thrust meets the total drag, the
 // analysis of the propulsor there, and the transport factor.
@@ -45,22 +55,25 @@ bool BuildPropulsionFreeRunAnalysis(clsVXWaterProperties& water, clsVXHull& hull
 bool BuildEngineFuelRateAndLoad(clsVXEngine& engine, clsVXSpeedPerformance& speedPerformance,
                                 const clsVXPropulsion& propulsion);
 
-// The analysis of one row at `propulsorRPM` by the propulsor model in use; a waterjet has no
-// analysis here.
+// The analysis of one row at `propulsorRPM` by the propulsor model in use; a waterjet is
+// analysed from its thrust (waterjet_analysis.h), not here.
 bool CalcPropulsorAnalysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries,
                            clsVXWaterjet& waterjet, clsVXSpeedPerformance& speedPerformance, int speedIndex,
                            double propulsorRPM, double advanceSpeed, double meanPitch);
 
 // KT and KQ of the propulsor at `revsPerSec` (1/s), advance speed (ft/s), diameter and pitch
-// (ft), with the cavitation numbers of the mean and peak blade positions. Returns 0 on
-// failure, 1 on success, 6 when the thrust breakdown acted.
+// (ft), with the cavitation numbers of the mean and peak blade positions and, when asked,
+// the derivatives of KT and KQ with regard to J, P/D and EAR. Returns 0 on failure, 1 on
+// success, 6 when the thrust breakdown acted.
 int CalcPropulsorKTKQ(double& KT, double& KQ, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                       clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries, double revsPerSec,
                       double advanceSpeed, double diameter, double expAreaRatio, int cupFlag,
-                      double meanPitch, double& sigmaAvg, double& tauAvg, double& sigmaPeak, double& tauPeak);
+                      double meanPitch, double& sigmaAvg, double& tauAvg, double& sigmaPeak, double& tauPeak,
+                      DerivativeArray* ktArray = nullptr, DerivativeArray* kqArray = nullptr);
 
-// The columns a propulsion run writes, in the order of the result tables.
+// The columns a propulsion run writes, in the order of the result tables; with the open
+// project's analysis type "Acceleration", its three columns at the end.
 std::vector<int> PropulsionResultColumns();
 
 }  // namespace velmar

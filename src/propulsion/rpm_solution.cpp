@@ -2,15 +2,18 @@
 // thrust between two rates 0.1 rev/s apart and then closes in by interpolating the rate to the
 // power e (thrust ~ n^e, e = 2, or 1 for the Kaplan 37 series), pulling the lower end to the
 // midpoint on every pass. Every thrust evaluation runs the whole propeller model; nothing is
-// cached between passes, so both ends are re-evaluated each time.
+// cached between passes, so both ends are re-evaluated each time. A controllable-pitch
+// propeller goes to the propeller sizing solver instead, which finds its pitch.
 #include "propulsion/rpm_solution.h"
 
 #include <array>
 #include <cmath>
 
+#include "core/constants.h"
 #include "core/curve_fit.h"
 #include "core/diagnostics.h"
 #include "propulsion/propulsion_driver.h"
+#include "propulsion/sizing_solver.h"
 
 namespace velmar {
 namespace {
@@ -67,26 +70,77 @@ class ThrustAt {
   size_t next_ = 0;
 };
 
-// The controllable-pitch branch hands the rate and pitch to the propeller sizing solver,
-// which this version of the program does not carry.
-int ControllablePitch(clsVXPropulsion& propulsion, double etaR) {
+// The torque of the propeller at rate n (1/s) with its pitch, for the defined-load step.
+bool TorqueAt(clsVXWaterProperties& water, clsVXPropulsion& propulsion, clsVXPropeller& propeller,
+              clsVXPropellerSeries& series, double n, double va, double D, double EAR, double pitch,
+              double rho, double& Q) {
+  double KT = 0.0, KQ = 0.0, sa = 0.0, ta = 0.0, sp = 0.0, tp = 0.0;
+  if (CalcPropulsorKTKQ(KT, KQ, water, propulsion, propeller, series, n, va, D, EAR, 1, pitch, sa, ta, sp,
+                        tp) == 0) {
+    AddCalcError("KTKQ calculation");
+    return false;
+  }
+  Q = KQ * rho * n * n * std::pow(D, 5.0);
+  return true;
+}
+
+// A controllable-pitch propeller: the sizing solver finds the pitch (and with "Variable
+// RPM" and "Defined load" the rate) at which the propeller gives the thrust. "Fixed RPM"
+// turns at FixedEngineRPM over the gear; "Variable RPM" at the rate of best efficiency for
+// its diameter; "Defined load" at the rate where the engine's defined-load curve gives the
+// power that the best-efficiency point absorbs.
+int ControllablePitch(double& rpm, double thrust, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
+                      clsVXPropeller& propeller, clsVXPropellerSeries& series, double va, double etaR,
+                      double& meanPitch, clsVXEngine& engine, double D, double pitchMean, double EAR,
+                      double rho) {
   if (!(etaR > 0.0)) {
     AddCalcError("Relative-rotative efficiency");
     return kRPMFailed;
   }
-  if (!(propulsion.GearRatio() > 0.0)) {
+  const double gearRatio = propulsion.GearRatio();
+  if (!(gearRatio > 0.0)) {
     AddCalcError("Gear ratio");
     return kRPMFailed;
   }
-  if (propulsion.CPPMethod() == 0 && !(propulsion.FixedEngineRPM() > 0.0)) {
+  const int method = propulsion.CPPMethod();
+  const double fixedRPM = propulsion.FixedEngineRPM();
+  if (method == 0 && !(fixedRPM > 0.0)) {
     AddCalcError("Fixed engine RPM");
     return kRPMFailed;
   }
-  AddCalcError(
-      "Controllable-pitch propellers need the propeller sizing solver, which this version of the "
-      "program does not carry.");
-  AddCalcError("propeller sizing");
-  return kRPMFailed;
+  SizingProblem q{.DMax = D, .V = va, .etaR = etaR, .T = thrust, .P = 0.0, .Mode = kSizeByThrust};
+  q.PitchFlag = 1;
+  SizingPoint point{0.0, D, meanPitch > 0.0 ? meanPitch : pitchMean, EAR, 0.0};
+  // A failed sizing has put "propeller sizing" under its cause already.
+  auto size = [&](int rateFlag) {
+    q.RateFlag = rateFlag;
+    return SizePropeller(water, propulsion, propeller, series, q, point) != 0;
+  };
+  if (method == 0) {
+    point.n = fixedRPM / gearRatio / 60.0;
+    if (!size(0)) return kRPMFailed;
+  } else {
+    if (!size(1)) return kRPMFailed;
+    if (method == 2) {
+      // The engine's defined-load curve sets the rate for the power of that point.
+      double Q = 0.0;
+      if (!TorqueAt(water, propulsion, propeller, series, point.n, va, D, EAR, point.Pitch, rho, Q))
+        return kRPMFailed;
+      const double Pd = 2.0 * Pi * Q * point.n / (550.0 * etaR);
+      double losses = propulsion.GearEfficiency() * propulsion.ShaftEfficiency();
+      if (!(losses > 0.0)) losses = 1.0;
+      const double engineRPM = engine.GetRPMFromDefinedLoadPower(Pd / losses, kHp);
+      if (!(engineRPM > 0.0)) {
+        AddCalcError("getting RPM from defined load power");
+        return kRPMFailed;
+      }
+      point.n = engineRPM / gearRatio / 60.0;
+      if (!size(0)) return kRPMFailed;
+    }
+  }
+  rpm = point.n * 60.0;
+  meanPitch = point.Pitch;
+  return kRPMSolved;
 }
 
 }  // namespace
@@ -100,7 +154,7 @@ double RPMSolutionTolerance(double thrust) {
 int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& water,
                           clsVXPropulsion& propulsion, clsVXPropeller& propeller,
                           clsVXPropellerSeries& propellerSeries, double advanceSpeed, double etaR,
-                          double& meanPitch, clsVXEngine& /*engine*/) {
+                          double& meanPitch, clsVXEngine& engine) {
   SetCalcLocation("Calculating RPM for given thrust");
   // 1.
   if (propulsion.PropulsorCalcType() == 3) {
@@ -139,7 +193,9 @@ int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& wate
     return kRPMFailed;
   }
   // 4. A controllable-pitch propeller is solved for pitch.
-  if (propeller.PropellerType() == 1) return ControllablePitch(propulsion, etaR);
+  if (propeller.PropellerType() == 1)
+    return ControllablePitch(rpm, thrust, water, propulsion, propeller, propellerSeries, advanceSpeed, etaR,
+                             meanPitch, engine, D, pitchMean, EAR, rho);
   // A drag or wake that is not a number would keep the searches below from ending.
   if (!std::isfinite(thrust) || !std::isfinite(advanceSpeed)) {
     AddCalcError("Required thrust");
