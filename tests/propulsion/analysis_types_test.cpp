@@ -62,6 +62,9 @@ TEST(AnalysisTypes, TheFreeRunsRPMGivenBackLeavesNoNetForce) {
     EXPECT_DOUBLE_EQ(sp.PropulsorThrust(i, kCurrent), thrust[i]) << i;
     EXPECT_NEAR(sp.TotalNetTowpull(i, kLbf), 0.0, props * RPMSolutionTolerance(thrust[i])) << i;
   }
+  // A row without its RPM stops the run.
+  sp.PropulsorRPM(3, 0.0);
+  EXPECT_NE(Predict().find("Defined propulsor RPM"), std::string::npos);
   // Fixed engine RPM at the free run's RPM of one row: that row balances, slower rows pull.
   const int k = 5;
   p.Propulsion->AnalysisTypeMethod(kFixedRPM);
@@ -134,6 +137,9 @@ TEST(AnalysisTypes, AccelerationTimesFollowTheEquationOfMotion) {
     EXPECT_NEAR(sp.AccelTimeSecs(i), 2.0 * time[i], 1e-9 * time[i]);
     EXPECT_NEAR(sp.AccelDistance(i, kCurrent), 2.0 * distance[i], 1e-9 * distance[i]);
   }
+  sp.Speed(2, kCurrent, sp.Speed(1, kCurrent));  // speeds must rise
+  EXPECT_NE(Predict().find("Acceleration needs the speeds in rising order"), std::string::npos);
+  sp.Speed(2, kCurrent, v[2]);
   p.Propulsion->AddedMassMult(1.0);
   p.Propulsion->EngineControlEnabled(1);
   p.Propulsion->EngineLimitToRPMPerSec(20.0);
