@@ -2,7 +2,7 @@
 // a hull form coefficient and a ten-point table lookup.
 #include <benchmark/benchmark.h>
 
-#include "core/application.h"
+#include "app/application.h"
 #include "core/curve_fit.h"
 
 namespace velmar {

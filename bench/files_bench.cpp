@@ -6,7 +6,7 @@
 #include <random>
 #include <string>
 
-#include "core/application.h"
+#include "app/application.h"
 #include "files/file_json.h"
 #include "files/project_file.h"
 

@@ -5,8 +5,8 @@
 
 #include <filesystem>
 
-#include "core/application.h"
-#include "core/calculate.h"
+#include "app/application.h"
+#include "app/calculate.h"
 #include "files/project_file.h"
 
 namespace velmar {

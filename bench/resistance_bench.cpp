@@ -2,8 +2,8 @@
 // speeds, Holtrop bare-hull drag and Holtrop component appendages, through RunCalculate.
 #include <benchmark/benchmark.h>
 
-#include "core/application.h"
-#include "core/calculate.h"
+#include "app/application.h"
+#include "app/calculate.h"
 
 namespace velmar {
 namespace {

@@ -6,8 +6,8 @@
 
 #include <filesystem>
 
-#include "core/application.h"
-#include "core/calculate.h"
+#include "app/application.h"
+#include "app/calculate.h"
 #include "files/project_file.h"
 #include "propulsion/propeller_sizing_run.h"
 #include "propulsion/propulsion_driver.h"

@@ -11,7 +11,7 @@
 #include <string_view>
 
 #include "app/file_commands.h"
-#include "core/application.h"
+#include "app/application.h"
 #include "core/ui_hooks.h"
 #include "files/project_file.h"
 

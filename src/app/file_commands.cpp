@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <exception>
 
-#include "core/application.h"
+#include "app/application.h"
 #include "core/diagnostics.h"
 #include "core/helpers.h"
 #include "core/ui_hooks.h"

@@ -10,8 +10,8 @@
 
 #include "app/file_commands.h"
 #include "cli/commands.h"
-#include "core/application.h"
-#include "core/calculate.h"
+#include "app/application.h"
+#include "app/calculate.h"
 #include "core/constants.h"
 #include "core/format.h"
 #include "core/helpers.h"
@@ -21,7 +21,8 @@
 #include "propulsion/propulsion_driver.h"
 #include "resistance/parameter_influence.h"
 #include "resistance/resistance_driver.h"
-#include "vessel/hull_estimates.h"
+#include "resistance/hull_estimates.h"
+#include "validation/parameter_check.h"
 
 namespace velmar::cli {
 namespace {

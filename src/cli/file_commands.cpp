@@ -13,7 +13,7 @@
 #include <stdexcept>
 
 #include "cli/commands.h"
-#include "core/application.h"
+#include "app/application.h"
 #include "core/format.h"
 #include "core/helpers.h"
 #include "files/file_json.h"

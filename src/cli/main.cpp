@@ -4,7 +4,8 @@
 #include <iostream>
 
 #include "cli/commands.h"
-#include "core/application.h"
+#include "app/application.h"
+#include "core/format.h"
 
 int main(int argc, char** argv) {
   using namespace velmar;

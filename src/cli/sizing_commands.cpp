@@ -7,8 +7,8 @@
 #include <iostream>
 
 #include "cli/commands.h"
-#include "core/application.h"
-#include "core/calculate.h"
+#include "app/application.h"
+#include "app/calculate.h"
 #include "core/diagnostics.h"
 #include "core/helpers.h"
 #include "files/project_file.h"

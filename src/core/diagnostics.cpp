@@ -1,7 +1,7 @@
 // Calculation error state and warning box.
 #include "core/diagnostics.h"
 
-#include "core/application.h"
+#include "core/model_set.h"
 #include "core/format.h"
 #include "core/speed_performance.h"
 #include "core/ui_hooks.h"

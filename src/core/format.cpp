@@ -14,6 +14,7 @@
 #include <ctime>
 
 #include "core/helpers.h"
+#include "velmar_version.h"
 
 namespace velmar {
 namespace {
@@ -302,6 +303,11 @@ std::string FormatDate(const DateTime& t, std::string_view pattern) {
     afterHour = hourToken;
   }
   return out;
+}
+
+std::string ProgramVersionText() {
+  return "Velmar " + FormatNumber(kVersionMajor, "0") + "." + FormatNumber(kVersionMinor, "00") + "." +
+         FormatNumber(kVersionRevision, "0000");
 }
 
 }  // namespace velmar

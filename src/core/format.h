@@ -28,4 +28,7 @@ DateTime Now();
 // "Medium Time" (names compared without regard to case).
 std::string FormatDate(const DateTime& t, std::string_view pattern);
 
+// "Velmar 1.00.0000": the product word and the version as major, minor and revision.
+std::string ProgramVersionText();
+
 }  // namespace velmar

@@ -8,7 +8,23 @@
 #include <span>
 #include <string>
 
-#include "core/application.h"
+#include "core/model_set.h"
+#include "core/project.h"
+#include "core/speed_performance.h"
+#include "core/units.h"
+#include "core/water.h"
+#include "files/task_list.h"
+#include "propulsion/engine.h"
+#include "propulsion/propeller.h"
+#include "propulsion/propeller_series.h"
+#include "propulsion/propeller_sizing.h"
+#include "propulsion/propulsion_settings.h"
+#include "propulsion/waterjet.h"
+#include "resistance/ittc78.h"
+#include "resistance/resistance_settings.h"
+#include "vessel/appendage.h"
+#include "vessel/environment.h"
+#include "vessel/hull.h"
 #include "core/format.h"
 #include "files/file_json.h"
 

@@ -14,7 +14,7 @@
 #include "core/curve_fit.h"
 #include "core/diagnostics.h"
 #include "resistance/friction.h"
-#include "vessel/hull_estimates.h"
+#include "resistance/hull_estimates.h"
 
 namespace velmar {
 namespace {

@@ -5,7 +5,7 @@
 #include <array>
 #include <sstream>
 
-#include "core/application.h"
+#include "core/model_set.h"
 #include "core/diagnostics.h"
 #include "core/format.h"
 #include "core/helpers.h"

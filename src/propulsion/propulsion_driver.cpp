@@ -9,7 +9,8 @@
 #include <optional>
 #include <vector>
 
-#include "core/application.h"
+#include "core/model_set.h"
+#include "propulsion/propeller_sizing.h"
 #include "core/diagnostics.h"
 #include "core/ui_hooks.h"
 #include "propulsion/analysis_types.h"

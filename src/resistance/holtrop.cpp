@@ -13,7 +13,7 @@
 #include "core/diagnostics.h"
 #include "core/spline_fit.h"
 #include "resistance/friction.h"
-#include "vessel/hull_estimates.h"
+#include "resistance/hull_estimates.h"
 
 namespace velmar {
 namespace {

@@ -11,7 +11,7 @@
 #include "core/constants.h"
 #include "core/diagnostics.h"
 #include "resistance/friction.h"
-#include "vessel/hull_estimates.h"
+#include "resistance/hull_estimates.h"
 
 namespace velmar {
 namespace {

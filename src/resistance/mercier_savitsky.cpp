@@ -22,7 +22,7 @@
 #include "core/diagnostics.h"
 #include "resistance/friction.h"
 #include "resistance/hull_method_support.h"
-#include "vessel/hull_estimates.h"
+#include "resistance/hull_estimates.h"
 
 namespace velmar {
 namespace {

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <memory>
 
-#include "core/application.h"
+#include "core/model_set.h"
 #include "core/diagnostics.h"
 #include "core/format.h"
 #include "core/ui_hooks.h"

@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "core/application.h"
+#include "core/model_set.h"
 #include "core/constants.h"
 #include "core/helpers.h"
 #include "core/ui_hooks.h"

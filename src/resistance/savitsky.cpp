@@ -25,7 +25,7 @@
 #include "core/constants.h"
 #include "core/diagnostics.h"
 #include "resistance/friction.h"
-#include "vessel/hull_estimates.h"
+#include "resistance/hull_estimates.h"
 
 namespace velmar {
 namespace {

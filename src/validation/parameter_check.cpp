@@ -11,7 +11,10 @@
 #include "core/format.h"
 #include "core/helpers.h"
 #include "validation/method_ranges.h"
-#include "vessel/hull_estimates.h"
+#include "propulsion/propeller.h"
+#include "vessel/appendage.h"
+#include "vessel/environment.h"
+#include "resistance/hull_estimates.h"
 
 namespace velmar {
 
@@ -770,6 +773,29 @@ void ShowCheckRows(const std::vector<ParameterCheckRow>& rows,
                      r.status == kCheckFail      ? "Range"
                      : r.status == kCheckMissing ? "Missing"
                                                  : ""});
+}
+
+// The list at the project's design Froude number on LWL (0 without a design speed or a length),
+// each proposal from a data set with the rows and the note of that data set's check.
+std::vector<EstimateRow> EstimateList(EstimateItem item, const ModelSet& set, Mode mode) {
+  try {
+    double designFn = 0.0, speed = 0.0;
+    if (DesignSpeed(*set.SpeedPerformance, kFtPerSec, speed)) {
+      const double len = set.Hull->Raw(set.Hull->FieldIndex("LengthWL"));
+      if (len > 0.0)
+        designFn = speed / std::sqrt(GravityFt * set.Units->ConvertUnitLength(len, kFt, kCurrent));
+    }
+    std::vector<EstimateRow> rows = EstimateList(item, *set.Hull, *set.ITTC78, designFn);
+    for (EstimateRow& row : rows) {
+      if (!row.checkId) continue;
+      MethodCheck check = CheckMethod(set, mode, *row.checkId, true);
+      row.checkRows = std::move(check.rows);
+      row.checkNote = std::move(check.note);
+    }
+    return rows;
+  } catch (...) {
+    return {};  // a set without its members: no proposals
+  }
 }
 
 }  // namespace velmar

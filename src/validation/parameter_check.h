@@ -9,8 +9,13 @@
 #include <string_view>
 #include <vector>
 
-#include "core/application.h"
-#include "validation/check_row.h"
+#include "core/model_set.h"
+#include "core/speed_performance.h"
+#include "propulsion/propulsion_settings.h"
+#include "resistance/ittc78.h"
+#include "resistance/resistance_settings.h"
+#include "core/check_row.h"
+#include "resistance/hull_estimates.h"
 
 namespace velmar {
 
@@ -75,5 +80,9 @@ void ClearCheckErrorStacks(const ModelSet& set);
 // for a missing one, empty otherwise.
 void ShowCheckRows(const std::vector<ParameterCheckRow>& rows,
                    std::vector<std::array<std::string, 4>>& table);
+
+// The proposals for one item of the project `set`, at its design Froude number, each with
+// the rows of its parameter check in `mode` where it has a check id.
+std::vector<EstimateRow> EstimateList(EstimateItem item, const ModelSet& set, Mode mode);
 
 }  // namespace velmar

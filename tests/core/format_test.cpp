@@ -6,7 +6,7 @@
 
 #include <cstdio>
 
-#include "test_support.h"
+#include "core/test_support.h"
 
 namespace velmar {
 namespace {

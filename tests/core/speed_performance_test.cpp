@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/speed_entry.h"
+#include "vessel/speed_entry.h"
 #include "core/ui_hooks.h"
 #include "vessel/hull.h"
 

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "core/application.h"
+#include "app/application.h"
 #include "core/diagnostics.h"
 #include "core/ui_hooks.h"
 

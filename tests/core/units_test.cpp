@@ -8,7 +8,7 @@
 #include <stdexcept>
 
 #include "core/helpers.h"
-#include "test_support.h"
+#include "core/test_support.h"
 
 namespace velmar {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "../core/test_support.h"
-#include "core/application.h"
+#include "app/application.h"
 #include "core/ui_hooks.h"
 #include "files/project_file.h"
 

@@ -9,8 +9,8 @@
 #include <cmath>
 #include <filesystem>
 
-#include "core/application.h"
-#include "core/calculate.h"
+#include "app/application.h"
+#include "app/calculate.h"
 #include "core/constants.h"
 #include "core/diagnostics.h"
 #include "files/project_file.h"

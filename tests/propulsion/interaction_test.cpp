@@ -9,7 +9,7 @@
 #include <sstream>
 #include <string>
 
-#include "core/application.h"
+#include "app/application.h"
 #include "core/diagnostics.h"
 
 namespace velmar {

@@ -12,8 +12,8 @@
 #include <sstream>
 
 #include "../cli/cli_run.h"
-#include "core/application.h"
-#include "core/calculate.h"
+#include "app/application.h"
+#include "app/calculate.h"
 #include "core/diagnostics.h"
 #include "files/project_file.h"
 #include "propulsion/rpm_solution.h"

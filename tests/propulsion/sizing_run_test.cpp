@@ -8,8 +8,8 @@
 #include <fstream>
 
 #include "../cli/cli_run.h"
-#include "core/application.h"
-#include "core/calculate.h"
+#include "app/application.h"
+#include "app/calculate.h"
 #include "core/constants.h"
 #include "files/project_file.h"
 #include "propulsion/propeller_sizing_run.h"

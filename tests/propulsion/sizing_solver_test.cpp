@@ -9,7 +9,7 @@
 #include <cmath>
 #include <filesystem>
 
-#include "core/application.h"
+#include "app/application.h"
 #include "core/constants.h"
 #include "core/diagnostics.h"
 #include "files/project_file.h"

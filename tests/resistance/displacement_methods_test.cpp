@@ -9,7 +9,7 @@
 
 #include "../core/test_support.h"
 #include "../vessel/hull_model.h"
-#include "core/application.h"
+#include "app/application.h"
 #include "core/constants.h"
 #include "files/project_file.h"
 #include "resistance/guldhammer_harvald.h"

@@ -8,7 +8,7 @@
 #include <tuple>
 #include <vector>
 
-#include "core/application.h"
+#include "app/application.h"
 #include "core/diagnostics.h"
 #include "example_ship.h"
 #include "resistance/resistance_driver.h"

@@ -8,7 +8,7 @@
 
 #include "../core/test_support.h"
 #include "../vessel/hull_model.h"
-#include "core/application.h"
+#include "app/application.h"
 #include "core/constants.h"
 #include "resistance/dsyhs.h"
 #include "resistance/mercier_savitsky.h"

@@ -29,13 +29,13 @@
 
 #include "../core/test_support.h"
 #include "../vessel/hull_model.h"
-#include "core/application.h"
+#include "app/application.h"
 #include "core/constants.h"
 #include "core/diagnostics.h"
 #include "example_ship.h"
 #include "resistance/holtrop.h"
 #include "resistance/resistance_driver.h"
-#include "vessel/hull_estimates.h"
+#include "resistance/hull_estimates.h"
 
 namespace velmar {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "../core/test_support.h"
-#include "core/application.h"
+#include "app/application.h"
 #include "core/constants.h"
 #include "resistance/resistance_driver.h"
 #include "resistance/savitsky.h"

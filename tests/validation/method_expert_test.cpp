@@ -11,7 +11,7 @@
 
 #include "check_vessel.h"
 #include "files/project_file.h"
-#include "vessel/hull_estimates.h"
+#include "resistance/hull_estimates.h"
 
 namespace velmar::testing {
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "core/helpers.h"
-#include "hull_model.h"
+#include "vessel/hull_model.h"
 
 namespace velmar {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "validation/check_row.h"
+#include "core/check_row.h"
 #include "vessel/hull.h"
 
 namespace velmar {
@@ -60,11 +60,5 @@ class clsVXITTC78Expansion;
 // "Design lane [FN]" proposal uses it; 0 when there is none).
 std::vector<EstimateRow> EstimateList(EstimateItem item, const clsVXHull& hull,
                                       const clsVXITTC78Expansion& ittc78, double designFn);
-
-struct ModelSet;
-enum class Mode : int;
-// The proposals for one item of the project `set`, at its design Froude number, each with
-// the rows of its parameter check in `mode` where it has a check id.
-std::vector<EstimateRow> EstimateList(EstimateItem item, const ModelSet& set, Mode mode);
 
 }  // namespace velmar

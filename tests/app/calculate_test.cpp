@@ -1,7 +1,7 @@
 // The Calculate and Clear Results commands: the order of a run, its one warning, the flags
 // and button 5 after success and failure, the propulsion sizing question, and which columns
 // Clear Results keeps.
-#include "core/calculate.h"
+#include "app/calculate.h"
 
 #include <gtest/gtest.h>
 

@@ -1,19 +1,13 @@
 // The application state and the commands that rebuild it.
-#include "core/application.h"
+#include "app/application.h"
 
 #include <filesystem>
 
 #include "core/diagnostics.h"
 #include "core/format.h"
 #include "core/ui_hooks.h"
-#include "velmar_version.h"
 
 namespace velmar {
-
-Application& App() {
-  static Application app;
-  return app;
-}
 
 ModelSet MakeModelSet(SetKind kind) {
   // Which classes each kind of set holds: the open project all of them; a reference ship the
@@ -64,11 +58,6 @@ void SetLinkedClasses(ModelSet& s) {
   if (s.Engine) s.Engine->SetLinkedClasses(s.Units);
   if (s.Waterjet) s.Waterjet->SetLinkedClasses(s.Units);
   if (s.SpeedPerformance) s.SpeedPerformance->SetLinkedClasses(s.Units, s.WaterProperties);
-}
-
-std::string ProgramVersionText() {
-  return "Velmar " + FormatNumber(kVersionMajor, "0") + "." + FormatNumber(kVersionMinor, "00") + "." +
-         FormatNumber(kVersionRevision, "0000");
 }
 
 void NewProject() {

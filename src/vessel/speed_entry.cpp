@@ -1,5 +1,5 @@
 // Speeds from the ten entry cells of the design condition table.
-#include "core/speed_entry.h"
+#include "vessel/speed_entry.h"
 
 #include <cmath>
 #include <stdexcept>

@@ -1,4 +1,4 @@
-#include "vessel/hull_estimates.h"
+#include "resistance/hull_estimates.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 
 #include "core/diagnostics.h"
 #include "core/format.h"
-#include "hull_model.h"
+#include "vessel/hull_model.h"
 #include "resistance/ittc78.h"
 
 namespace velmar {

@@ -1,13 +1,14 @@
 // The application state: New, linked classes, the Calculate flags and button, the Units
 // command, and the calculation error state with its warning box.
-#include "core/application.h"
+#include "app/application.h"
+#include "core/format.h"
 
 #include <gtest/gtest.h>
 
 #include "core/diagnostics.h"
 #include "core/helpers.h"
 #include "core/ui_hooks.h"
-#include "test_support.h"
+#include "core/test_support.h"
 
 namespace velmar {
 namespace {

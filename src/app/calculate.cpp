@@ -1,7 +1,7 @@
 // The Calculate and Clear Results commands.
-#include "core/calculate.h"
+#include "app/calculate.h"
 
-#include "core/application.h"
+#include "app/application.h"
 #include "core/diagnostics.h"
 #include "core/ui_hooks.h"
 #include "propulsion/propulsion_driver.h"
