@@ -194,6 +194,7 @@ TEST(ControllablePitch, RecoversTheFixedPitchAndMeetsTheThrustByEveryMethod) {
       {"Fixed engine RPM", [&] { p.Propulsion->CPPMethod(0), p.Propulsion->FixedEngineRPM(0.0); }},
       {"Relative-rotative efficiency",
        [&] { p.Propulsion->PropulsionInteractionEnabled(2), p.SpeedPerformance->RelRotEfficiency(0, 0.0); }},
+      {"getting RPM from defined load power", [&] { p.Propulsion->CPPMethod(2), p.Engine->DefinedLoadCount(0); }},
   };
   for (const Case& c : cases) {
     Open("cargo_ship_cpp_si.vxvl");
@@ -252,6 +253,8 @@ TEST(Waterjet, CurvesReadBothWaysAndTheFreeRunCarriesTheDrag) {
     EXPECT_EQ(Predict(), "") << type;
     EXPECT_GT(sp.PropulsorThrust(0, kLbf), 0.0) << type;
   }
+  p.Waterjet->ImpellerCount(0), p.Waterjet->MaxRatedRPM(0.0);  // no impeller and no rating
+  EXPECT_NE(Predict().find("Waterjet impeller RPM data"), std::string::npos);
   p.Propulsion->AnalysisTypeMethod(0);
   p.Waterjet->PowerSeriesCount(0);
   const std::string warning = Predict();
