@@ -1,9 +1,13 @@
-// Benchmarks of the reads every prediction makes many times: a unit-converting field read,
-// a hull form coefficient and a ten-point table lookup.
+// Benchmarks of the reads every prediction makes many times: the significant-digit rounding,
+// a unit-converting field read, a hull form coefficient and a ten-point table lookup.
 #include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <vector>
 
 #include "app/application.h"
 #include "core/curve_fit.h"
+#include "core/helpers.h"
 
 namespace velmar {
 namespace {
@@ -25,6 +29,15 @@ void BM_ConvertingRead(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(s.Hull->LengthWL(kFt));
 }
 BENCHMARK(BM_ConvertingRead);
+
+// Ten significant digits, the model's own, over values spread across twenty decades.
+void BM_RoundToSigDigits(benchmark::State& state) {
+  std::vector<double> values;
+  for (int i = 0; i < 256; ++i) values.push_back((1.0 + 0.0371 * i) * std::pow(10.0, i % 20 - 10));
+  size_t i = 0;
+  for (auto _ : state) benchmark::DoNotOptimize(RoundToSigDigits(values[i++ & 255], 10));
+}
+BENCHMARK(BM_RoundToSigDigits);
 
 void BM_CoefBlock(benchmark::State& state) {
   ModelSet s = MakeShip();

@@ -18,8 +18,9 @@ struct CalcErrorState {
   bool cancel = false;
 };
 
+// One state per thread, like the project it reports on (App()).
 CalcErrorState& State() {
-  static CalcErrorState state;
+  thread_local CalcErrorState state;
   return state;
 }
 
@@ -29,7 +30,7 @@ constexpr const char* kCrLf = "\r\n";
 
 void SetCalcLocation(std::string_view location) {
   CalcErrorState& s = State();
-  s.location = location;
+  if (s.location != location) s.location = location;  // most calls name the location already held
   s.cause.clear();
   s.found = false;
   s.atSpeed = false;

@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cctype>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 
 #include "core/format.h"
@@ -76,10 +78,55 @@ Pow10Table FillPow10Table() {
   return t;
 }
 
-double Pow10(int k) {
+const Pow10Table& Pow10s() {
   static const Pow10Table table = FillPow10Table();
+  return table;
+}
+
+double Pow10(const Pow10Table& table, int k) {
   return k >= -kPow10TableMax && k <= kPow10TableMax ? table[k + kPow10TableMax] : std::pow(10.0, k);
 }
+
+// The decimal exponent e of the rounding, floor(log10(a)) + 1, as the program has always
+// formed it: from Log10, the quotient of two natural logarithms. That quotient is off from
+// the true logarithm by a few units in the last place, so right at a power of ten it may
+// fall on either side of the integer. Away from the powers of ten it cannot: there e
+// follows from the binary exponent and one comparison with a power of ten, without a
+// logarithm. Within a relative 1e-10 of a power of ten (the logarithm is then within 4e-11
+// of an integer, two hundred times its worst error), and outside 1e-290..1e290, the
+// logarithm itself decides, so every value keeps the exponent it always had.
+constexpr int kFastExpMin = -290, kFastExpMax = 290;
+constexpr double kNearPowerOfTen = 1e-10;
+
+// 10^k for kFastExpMin <= k <= kFastExpMax + 1, each within a few units of the nearest
+// double: close enough for the comparisons outside the band around the power.
+struct DecimalScale {
+  std::array<double, kFastExpMax - kFastExpMin + 2> pow10{};
+  constexpr DecimalScale() {
+    double p = 1.0;
+    for (int k = 0; k <= kFastExpMax + 1; ++k, p *= 10.0) pow10[k - kFastExpMin] = p;
+    p = 1.0;
+    for (int k = 0; k >= kFastExpMin; --k, p /= 10.0) pow10[k - kFastExpMin] = p;
+  }
+  double operator()(int k) const { return pow10[k - kFastExpMin]; }
+};
+constexpr DecimalScale kScale;
+
+int DecimalExponent(double a) {
+  // a = 1.f x 2^n for a normal double; floor(n log10(2)) by integer arithmetic (1233 / 4096 is
+  // log10(2) to five digits) is the decimal exponent of 2^n give or take one, and the two
+  // comparisons settle it.
+  const int n = static_cast<int>(std::bit_cast<std::uint64_t>(a) >> 52) - 1023;
+  int low = (n * 1233) >> 12;
+  if (low > kFastExpMin && low < kFastExpMax) {
+    while (low < kFastExpMax && a >= kScale(low + 1)) ++low;
+    while (low > kFastExpMin && a < kScale(low)) --low;
+    if (a > kScale(low) * (1.0 + kNearPowerOfTen) && a < kScale(low + 1) * (1.0 - kNearPowerOfTen))
+      return low + 1;  // kScale(low) < a < kScale(low + 1), clear of both ends
+  }
+  return static_cast<int>(std::floor(Log10(a))) + 1;
+}
+
 }  // namespace
 
 // Steps of the historical rounding: scale to an integer of `digits` digits, take the integer
@@ -97,22 +144,23 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
   }
   const double sign = value < 0.0 ? -1.0 : 1.0;
   double a = std::fabs(value);
-  const int e = static_cast<int>(std::floor(Log10(a))) + 1;
+  const int e = DecimalExponent(a);
   auto roundUp = [](double x) {
     double r = std::floor(x);
     if (std::floor(x + 0.5) > r) r += 1.0;
     return r;
   };
-  static const std::string kPattern = "#########0.0000000000";
+  static constexpr std::string_view kPattern = "#########0.0000000000";
+  const Pow10Table& pow10 = Pow10s();
   double r;
   if (digits > e && digits - e > 300) {
     // Below about 1e-290 the scale 10^(digits - e) would overflow: scale in two steps.
     // Numbers this small round as before to the last digit they can hold.
-    const double s1 = Pow10(digits - e - 300), s2 = Pow10(300);
+    const double s1 = Pow10(pow10, digits - e - 300), s2 = Pow10(pow10, 300);
     r = roundUp(a * s1 * s2) / s2 / s1;
     if (formatOut) *formatOut = kPattern;
   } else if (digits > e) {
-    const double s = Pow10(digits - e);
+    const double s = Pow10(pow10, digits - e);
     r = roundUp(a * s) / s;
     if (formatOut) {
       const int len = std::clamp(digits + 11 - e, 0, static_cast<int>(kPattern.size()));
@@ -122,7 +170,7 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
     r = roundUp(a);
     if (formatOut) *formatOut = "#########0";
   } else {
-    const double s = Pow10(e - digits);
+    const double s = Pow10(pow10, e - digits);
     r = roundUp(a / s) * s;
     if (formatOut) *formatOut = "#########0";
   }

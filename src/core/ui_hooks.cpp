@@ -1,5 +1,7 @@
 #include "core/ui_hooks.h"
 
+#include <atomic>
+
 namespace velmar {
 
 Answer HeadlessHooks::Ask(std::string_view title, std::string_view text, bool withCancel,
@@ -27,16 +29,23 @@ std::string HeadlessHooks::AskFilePath(std::string_view title, std::string_view,
 }
 
 namespace {
-UIHooks* g_hooks = nullptr;
-}
+// Installed by a front end for the whole process (worker threads of a batch run share the
+// quiet hooks their runner installs), so it is read from any thread.
+std::atomic<UIHooks*> g_hooks = nullptr;
+}  // namespace
 
+// Each thread has its own headless hooks: their scripted answers and collected messages
+// belong to the project of that thread.
 HeadlessHooks& DefaultHeadlessHooks() {
-  static HeadlessHooks hooks;
+  thread_local HeadlessHooks hooks;
   return hooks;
 }
 
-UIHooks& Hooks() { return g_hooks ? *g_hooks : DefaultHeadlessHooks(); }
+UIHooks& Hooks() {
+  UIHooks* installed = g_hooks.load(std::memory_order_acquire);
+  return installed ? *installed : DefaultHeadlessHooks();
+}
 
-void SetHooks(UIHooks* hooks) { g_hooks = hooks; }
+void SetHooks(UIHooks* hooks) { g_hooks.store(hooks, std::memory_order_release); }
 
 }  // namespace velmar

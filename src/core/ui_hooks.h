@@ -64,11 +64,12 @@ class HeadlessHooks : public UIHooks {
   std::vector<Message> messages;
 };
 
-// The hooks in force for the process; a HeadlessHooks until a front end installs its own.
+// The hooks in force: those a front end installed for the process, else the calling
+// thread's own HeadlessHooks.
 UIHooks& Hooks();
-// Installs `hooks` (not owned; nullptr restores the built-in headless hooks).
+// Installs `hooks` for every thread (not owned; nullptr restores the built-in headless hooks).
 void SetHooks(UIHooks* hooks);
-// The built-in headless hooks, for tests and the command line.
+// The built-in headless hooks of the calling thread, for tests and the command line.
 HeadlessHooks& DefaultHeadlessHooks();
 
 }  // namespace velmar

@@ -96,6 +96,35 @@ UnitFamily BaseOf(UnitFamily f, int& power) {
   }
 }
 
+// The standard factors of every family raised to the powers 1, 2 and 3, computed once by
+// the same std::pow calls the conversion made on every read before. The custom factor can
+// change and is raised when used.
+struct PoweredFactors {
+  std::array<std::array<std::array<double, 8>, 4>, kUnitFamilyCount> factor{};  // [family][power][index]
+  std::array<int, kUnitFamilyCount> count{};
+};
+
+const PoweredFactors& Factors() {
+  static const PoweredFactors table = [] {
+    PoweredFactors t;
+    for (int o = 0; o < kUnitFamilyCount; ++o) {
+      const std::vector<double>& f = Infos()[o].factors;
+      t.count[o] = static_cast<int>(f.size());
+      for (size_t i = 0; i < f.size(); ++i) {
+        t.factor[o][1].at(i) = f[i];  // a family with more units than the table holds throws here
+        for (int power = 2; power <= 3; ++power) {
+          // Read back through a volatile, so that the compiler cannot turn pow(x, 2) into x * x:
+          // the library's pow is what the stored values were converted with.
+          volatile int exponent = power;
+          t.factor[o][power][i] = std::pow(f[i], static_cast<int>(exponent));
+        }
+      }
+    }
+    return t;
+  }();
+  return table;
+}
+
 }  // namespace
 
 const UnitFamilyInfo& FamilyInfo(UnitFamily family) { return Infos()[Ordinal(family)]; }
@@ -166,7 +195,8 @@ void clsVXUnits::SetCustomData(UnitFamily f, std::string label, double factor) {
 double clsVXUnits::Convert(UnitFamily f, double value, int toIndex, int fromIndex) const {
   int power = 1;
   const UnitFamily base = BaseOf(f, power);
-  const Slot& s = slot(base);
+  const int ordinal = Ordinal(base);
+  const Slot& s = slots_[ordinal];
   if (toIndex == kCurrent) toIndex = s.index;
   if (fromIndex == kCurrent) fromIndex = s.index;
   double result;
@@ -181,12 +211,12 @@ double clsVXUnits::Convert(UnitFamily f, double value, int toIndex, int fromInde
       result = value;
     }
   } else {
-    const auto& factors = FamilyInfo(base).factors;
-    const int n = static_cast<int>(factors.size());
+    const PoweredFactors& table = Factors();
+    const int n = table.count[ordinal];
     auto factor = [&](int i) {
       if (i < 0 || i > n) throw std::out_of_range("Unit index out of range");
-      const double fi = i == n ? s.customFactor : factors[i];
-      return power == 1 ? fi : std::pow(fi, power);
+      if (i == n) return power == 1 ? s.customFactor : std::pow(s.customFactor, power);
+      return table.factor[ordinal][power][i];
     };
     const double to = factor(toIndex);
     const double from = factor(fromIndex);
