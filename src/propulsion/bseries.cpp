@@ -9,20 +9,12 @@
 #include <iterator>
 #include <span>
 
-#include "core/diagnostics.h"
-
 namespace velmar {
 namespace {
 
-// One term C J^s (P/D)^t (AE/A0)^u Z^v.
-struct Term {
-  double c;
-  int s, t, u, v;
-};
-
 // clang-format off
 // KT, 39 terms in the published order.
-constexpr Term kKT[] = {
+constexpr SeriesTerm kKT[] = {
     {0.00880496, 0, 0, 0, 0},
     {-0.204554, 1, 0, 0, 0},
     {0.166351, 0, 1, 0, 0},
@@ -64,7 +56,7 @@ constexpr Term kKT[] = {
     {-0.00146564, 0, 3, 2, 2},
 };
 // KQ, 47 terms in the published order.
-constexpr Term kKQ[] = {
+constexpr SeriesTerm kKQ[] = {
     {0.00379368, 0, 0, 0, 0},
     {0.00886523, 2, 0, 0, 0},
     {-0.032241, 1, 1, 0, 0},
@@ -116,57 +108,14 @@ constexpr Term kKQ[] = {
 // clang-format on
 static_assert(std::size(kKT) == 39 && std::size(kKQ) == 47);
 
-// Highest exponent of J, P/D and EAR in the tables, and of Z.
-constexpr int kMaxPower = 6;
-
-// The derivative orders of DerivativeArray: (J, P/D, EAR).
-constexpr int kOrders[9][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {2, 0, 0}, {0, 2, 0},
-                               {0, 0, 2}, {1, 1, 0}, {1, 0, 1}, {0, 1, 1}};
-
-// Powers x^0 .. x^kMaxPower.
-struct Powers {
-  double p[kMaxPower + 1];
-  explicit Powers(double x) {
-    p[0] = 1.0;
-    for (int i = 1; i <= kMaxPower; ++i) p[i] = p[i - 1] * x;
-  }
-  // The k-th derivative of x^e: e (e-1) .. (e-k+1) x^(e-k), 0 when k exceeds e.
-  double Derivative(int e, int k) const {
-    if (k > e) return 0.0;
-    double f = p[e - k];
-    for (int i = 0; i < k; ++i) f *= e - i;
-    return f;
-  }
-};
-
-// The sum of a table at (J, P/D, EAR, Z) and, if asked, its derivatives term by term.
-bool Sum(std::span<const Term> terms, double& K, double J, double PD, double EAR, int Z, DerivativeArray* d) {
-  const Powers pj(J), pp(PD), pe(EAR), pz(Z);
-  double sum = 0.0;
-  if (d) d->fill(0.0);
-  for (const Term& a : terms) {
-    const double cz = a.c * pz.p[a.v];
-    sum += cz * pj.p[a.s] * pp.p[a.t] * pe.p[a.u];
-    if (!d) continue;
-    for (int i = 0; i < 9; ++i) {
-      const int* k = kOrders[i];
-      (*d)[i] += cz * pj.Derivative(a.s, k[0]) * pp.Derivative(a.t, k[1]) * pe.Derivative(a.u, k[2]);
-    }
-  }
-  K = sum;
-  if (std::isfinite(sum)) return true;
-  AddCalcError(std::isnan(sum) ? "Invalid procedure call or argument" : "Overflow");
-  return false;
-}
-
 }  // namespace
 
 bool CalcKTBSeries(double& KT, double J, double PD, double EAR, int Z, DerivativeArray* d) {
-  return Sum(kKT, KT, J, PD, EAR, Z, d);
+  return SumSeriesPolynomial(kKT, KT, J, PD, EAR, Z, d);
 }
 
 bool CalcKQBSeries(double& KQ, double J, double PD, double EAR, int Z, DerivativeArray* d) {
-  return Sum(kKQ, KQ, J, PD, EAR, Z, d);
+  return SumSeriesPolynomial(kKQ, KQ, J, PD, EAR, Z, d);
 }
 
 // Holtrop & Mennen (1982) "An approximate power prediction method", Int. Shipbuilding Progress
@@ -216,7 +165,7 @@ constexpr ReynoldsTerm kDeltaKQ[] = {
 // clang-format on
 
 double ReynoldsSum(std::span<const ReynoldsTerm> terms, double J, double PD, double EAR, int Z, double X) {
-  const Powers pj(J), pp(PD), pe(EAR), pz(Z), px(X);
+  const SeriesPowers pj(J), pp(PD), pe(EAR), pz(Z), px(X);
   double sum = 0.0;
   for (const ReynoldsTerm& t : terms) sum += t.c * pj.p[t.a] * pp.p[t.b] * pe.p[t.cc] * pz.p[t.d] * px.p[t.e];
   return sum;

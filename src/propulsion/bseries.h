@@ -2,14 +2,9 @@
 // second derivatives, and the full-scale correction of its section drag.
 #pragma once
 
-#include <array>
+#include "propulsion/series_polynomial.h"
 
 namespace velmar {
-
-// First and second partial derivatives of a KT or KQ sum with regard to J, P/D and EAR:
-// [0] d/dJ, [1] d/dPD, [2] d/dEAR, [3] d2/dJ2, [4] d2/dPD2, [5] d2/dEAR2, [6] d2/dJdPD,
-// [7] d2/dJdEAR, [8] d2/dPDdEAR.
-using DerivativeArray = std::array<double, 9>;
 
 // Wageningen B-series (Oosterveld & van Oossanen 1975) at Rn = 2e6; `d` may be null, else it
 // is overwritten with the derivatives. False (with a text) only for a non-finite result.

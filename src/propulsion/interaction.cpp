@@ -1,6 +1,6 @@
-// Hull-propulsor interaction: the driver over the speed table, Holtrop's propulsion factors
-// and the ducted-propeller, tunnel-stern and wake scale corrections. Lengths in ft, speeds in
-// ft/s, areas in ft2, densities in slug/ft3, viscosities in ft2/s.
+// Hull-propulsor interaction: the driver over the speed table, the dispatch to the methods
+// (interaction_methods.cpp) and the ducted-propeller, tunnel-stern and wake scale corrections. Lengths in ft,
+// speeds in ft/s, areas in ft2, densities in slug/ft3, viscosities in ft2/s.
 #include "propulsion/interaction.h"
 
 #include <algorithm>
@@ -14,7 +14,6 @@
 #include "core/curve_fit.h"
 #include "core/diagnostics.h"
 #include "resistance/friction.h"
-#include "resistance/hull_estimates.h"
 
 namespace velmar {
 namespace {
@@ -169,16 +168,14 @@ bool PredictPropulsionInteraction(double& w, double& t, double& etaR, double& re
     const double Rn = std::pow(L, 1.5) * Fn * std::sqrt(g) / nu;
     speedCheck = 1;
 
-    // 4.-5. The method. Holtrop is the one with formulas; the others fail until they exist.
+    // 4.-5. The method.
+    const int method = propulsion.PropulsionInteractionMethod();
     bool ok = false;
-    switch (propulsion.PropulsionInteractionMethod()) {
-      case kHoltropMethod:
-        ok = CalcHoltropPropulsionInteraction(w, t, etaR, referenceLength, speedCheck, hull, propeller,
-                                              propulsion, Fn, Rn);
-        break;
-      default:
-        break;
-    }
+    if (const PropulsionInteractionFunction calc = FindPropulsionInteractionMethod(method))
+      ok = calc(w, t, etaR, referenceLength, speedCheck, hull, propeller, propulsion, Fn, Rn);
+    else
+      AddCalcError("Propulsion interaction method not available: " +
+                   propulsion.PropulsionInteractionMethodLabel());
     if (etaR < 0.0) etaR = 1.0;
     if (!ok) return Fail("individual propulsion interaction coefficient calculation");
 
@@ -202,83 +199,6 @@ bool PredictPropulsionInteraction(double& w, double& t, double& etaR, double& re
     return true;
   } catch (const std::exception& e) {
     return Fail(e.what());
-  }
-}
-
-// Holtrop & Mennen (1982), "An approximate power prediction method", Int. Shipbuilding
-// Progress 29, and Holtrop (1984), "A statistical re-analysis of resistance and propulsion
-// data", Int. Shipbuilding Progress 31. T_A is the hull's draft, lcb is in percent of LWL
-// forward of 0.5 LWL, CV = (1+k1) CF + CA is the ship's viscous resistance coefficient.
-bool CalcHoltropPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
-                                      int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
-                                      clsVXPropulsion& propulsion, double Fn, double Rn) {
-  SetCalcLocation("Holtrop propulsion interaction");
-  const char* const fault = "calculating Holtrop propulsion interaction";
-  try {
-    const double L = hull.LengthWL(kFt), B = hull.BeamWLMax(kFt), T = hull.DraftSubmergedMax(kFt);
-    const double S = hull.WettedSurface(kFt2), XB = hull.XBuoyancyFwdTr(kFt);
-    double CP = hull.CoefPrismatic();
-    const double CB = hull.CoefBlock(), CM = hull.CoefAreaSectMax(), Cstern = hull.CalcHoltropSternCoef();
-    if (PassErrors(hull)) return false;
-
-    // 1.-5. Ratios, the regression's upper CP, the propulsor count and diameter.
-    const double LT = L / T, BT = B / T;
-    const double lcb = 100.0 * (XB - 0.5 * L) / L;
-    CP = std::min(CP, 0.85);
-    const int count = std::max(propulsion.PropulsorCountPerHull(), 1);
-    double D = propulsion.PropellerDiameterMax(kFt);
-    if (!(D > 0.0)) D = 0.7 * T;
-    referenceLength = L;
-
-    // 6. Blade area and pitch ratio, with the values of a typical propeller when missing.
-    double EAR = propeller.ExpAreaRatio();
-    if (!(EAR > 0.0)) EAR = 0.75;
-    const double pitch = propeller.PitchMean(kFt), diameter = propeller.Diameter(kFt);
-    const double PD = pitch > 0.0 && diameter > 0.0 ? pitch / diameter : 1.0;
-
-    // 7. The speed range of the regression.
-    speedCheck = Fn < 0.06 ? 0 : (Fn <= 0.8 ? 1 : 2);
-
-    // 8.-9. CV with the ITTC-1957 line, the Holtrop (1984) 1+k1 and Holtrop's CA. Below
-    // Fn 0.05 the friction is held at its value for Fn 0.05.
-    if (Fn < 0.05) {
-      if (Fn == 0.0) return Fail(fault);
-      Rn = Rn * 0.05 / Fn;
-    }
-    const double CF = CalcFrictionITTC57(Rn);
-    double FF = 1.0, CA = 0.0;
-    if (!CalcHoltropFormFactor(FF, hull)) FF = 1.0;
-    if (!CalcHoltropCorrelationAllowance(CA, hull)) CA = 0.0;
-    const double CV = FF * CF + CA;
-
-    if (count == 1) {
-      // 10. Single screw, Holtrop (1984) for w and t, Holtrop & Mennen (1982) for etaR.
-      const double c8 = BT < 5.0 ? BT * S / (L * D) : (7.0 * BT - 25.0) * S / (L * D * (BT - 3.0));
-      const double c9 = c8 < 28.0 ? c8 : 32.0 - 16.0 / (c8 - 24.0);
-      // The papers take c11 = T/D below T/D 2 and the cubic above it; the program has
-      // always used the cubic below 2 and T/D above it. Both meet at T/D 2.
-      const double TD = T / D;
-      const double c11 = TD < 2.0 ? TD * TD * TD / 12.0 + 4.0 / 3.0 : TD;
-      const double c19 = CP < 0.7 ? 0.12997 / (0.95 - CB) - 0.11056 / (0.95 - CP)
-                                  : 0.18567 / (1.3571 - CM) - 0.71276 + 0.38648 * CP;
-      const double c20 = 1.0 + 0.015 * Cstern;
-      const double CP1 = std::min(1.45 * CP - 0.315 - 0.0225 * lcb, 0.95);
-      w = c9 * c20 * CV * LT * (0.050776 + 0.93405 * c11 * CV / (1.0 - CP1)) +
-          0.27915 * c20 * std::sqrt(B / ((1.0 - CP1) * L)) + c19 * c20;
-      t = 0.25014 * std::pow(B / L, 0.28956) * std::pow(std::sqrt(B * T) / D, 0.2624) /
-              std::pow(1.0 - CP + 0.0225 * lcb, 0.01762) +
-          0.0015 * Cstern;
-      etaR = 0.9922 - 0.05908 * EAR + 0.07424 * (CP - 0.0225 * lcb);
-    } else {
-      // 11. Twin screw, Holtrop & Mennen (1982), for two propulsors and more.
-      w = 0.3095 * CB + 10.0 * CV * CB - 0.23 * D / std::sqrt(B * T);
-      t = 0.325 * CB - 0.1885 * D / std::sqrt(B * T);
-      etaR = 0.9737 + 0.111 * (CP - 0.0225 * lcb) - 0.06325 * PD;
-    }
-    if (!AllFinite({w, t, etaR})) return Fail(fault);
-    return true;
-  } catch (const std::exception&) {
-    return Fail(fault);
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include "core/speed_performance.h"
 #include "core/water.h"
+#include "propulsion/interaction_methods.h"
 #include "propulsion/propeller.h"
 #include "propulsion/propulsion_settings.h"
 #include "resistance/ittc78.h"
@@ -28,15 +29,6 @@ bool PredictPropulsionInteraction(double& w, double& t, double& etaR, double& re
                                   int& speedCheck, double Fn, double Fv, clsVXWaterProperties& water,
                                   clsVXHull& hull, clsVXITTC78Expansion& ittc78, clsVXPropeller& propeller,
                                   clsVXPropulsion& propulsion);
-
-// Holtrop's statistical propulsion factors at ship scale: the single-screw set of Holtrop
-// (1984) for one propulsor, the twin-screw set of Holtrop & Mennen (1982) for any other
-// count. The propeller diameter is the hull's largest one (0.7 T when none is given); the
-// propeller itself enters through its blade area and pitch ratio. Rn is the ship's Reynolds
-// number on LWL.
-bool CalcHoltropPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
-                                      int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
-                                      clsVXPropulsion& propulsion, double Fn, double Rn);
 
 // The wake of a ducted propeller: w times 0.5 to 0.7 for one propulsor, by the stern shape
 // factor, and times 0.6 for more. A w not above 0 stays.

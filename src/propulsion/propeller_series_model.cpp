@@ -11,6 +11,7 @@
 
 #include "core/constants.h"
 #include "core/diagnostics.h"
+#include "propulsion/gawn_kca.h"
 #include "propulsion/propeller_formulas.h"
 
 namespace velmar {
@@ -77,6 +78,13 @@ bool BSeriesKT(double& K, const SeriesPoint& p, DerivativeArray* d) {
 bool BSeriesKQ(double& K, const SeriesPoint& p, DerivativeArray* d) {
   return CalcKQBSeries(K, p.J, p.PD, p.EAR, p.Z, d);
 }
+// The regression holds three blades; the blade count does not enter.
+bool GawnKCAKT(double& K, const SeriesPoint& p, DerivativeArray* d) {
+  return CalcKTGawnKCA(K, p.J, p.PD, p.EAR, d);
+}
+bool GawnKCAKQ(double& K, const SeriesPoint& p, DerivativeArray* d) {
+  return CalcKQGawnKCA(K, p.J, p.PD, p.EAR, d);
+}
 
 // KT, KQ and nozzle KTN of each series, in the order of kPropellerSeriesLabels. A series
 // whose coefficients this program does not hold yet has none.
@@ -84,7 +92,9 @@ struct SeriesFunctions {
   CoefFn kt = nullptr, kq = nullptr, ktn = nullptr;
 };
 constexpr SeriesFunctions kSeriesFunctions[11] = {
-    {BSeriesKT, BSeriesKQ, nullptr},  // B Series; the other series have no coefficients yet
+    {BSeriesKT, BSeriesKQ, nullptr},  // B Series
+    {},                               // Gawn AEW: no coefficients
+    {GawnKCAKT, GawnKCAKQ, nullptr},  // Gawn KCA; the Kaplan and other series have none either
 };
 
 // The functions of `series` for PropulsorCalcType `calcType`, or null with the reason.
@@ -101,27 +111,50 @@ const SeriesFunctions* FunctionsOf(int calcType, int series) {
 
 // ---- Scale correction -------------------------------------------------------------------
 
-// The full-scale correction `method` (ScaleCorrection) of a series chart. Only the B-series
-// section-drag correction of Holtrop & Mennen (1982) exists; J, the viscosity and Va are for
-// the Reynolds-number methods still to come.
-bool ApplyScaleCorrection(double& KT, double& KQ, const SeriesPoint& p, [[maybe_unused]] double nu,
-                          [[maybe_unused]] double Va, double D, double tc, double roughnessMM, int series,
-                          int method) {
-  if (method != 1 || series != kBSeries) {
-    AddCalcError("Scale correction not available: " + LabelOr(kScaleCorrectionLabels, method) + " on " +
-                 SeriesLabel(series));
-    return false;
+// The full-scale corrections of a series chart, by ScaleCorrection. Both that the program
+// holds are fitted to the B-series:
+// - "B Series": the Reynolds-number correction of the regression itself (Oosterveld & van
+//   Oossanen 1975, Table 2 of Bernitsas, Ray & Kinley 1981), at the section Reynolds number
+//   at 0.75R on the B-series chord, c0.75 sqrt(Va^2 + (0.75 pi n D)^2) / nu. The charts stand
+//   for Rn 2e6, and the correction is applied above it only.
+// - "Part ITTC": the section-drag correction of the ITTC (1978) performance prediction method
+//   with the model-scale drag frozen, as Holtrop & Mennen (1982) apply it to the B-series
+//   charts (bseries.h). "Part" because the model side is a constant, not the drag at the
+//   model propeller's own Reynolds number.
+// "Equiv profile" and "Full ITTC" need that model-scale drag formula, which the program does
+// not hold. Units: n in 1/s, Va in ft/s, D in ft, nu in ft2/s.
+constexpr int kScaleBSeries = 1, kScalePartITTC = 3;
+
+bool ApplyScaleCorrection(double& KT, double& KQ, const SeriesPoint& p, double nu, double n, double Va,
+                          double D, double tc, double roughnessMM, int series, int method) {
+  if (series == kBSeries && method == kScaleBSeries) {
+    const double chord = Div(2.073 * p.EAR * D, p.Z);
+    const double Rn = Div(chord * std::hypot(Va, 0.75 * Pi * n * D), nu);
+    if (!(Rn > 2e6)) return true;
+    double dKT = 0.0, dKQ = 0.0;
+    if (!CalcBSeriesReynoldsCorrection(dKT, dKQ, p.J, p.PD, p.EAR, p.Z, Rn)) {
+      AddCalcError("Invalid procedure call or argument");
+      return false;
+    }
+    KT += dKT;
+    KQ += dKQ;
+    return true;
   }
-  // The correction works in metres; a thickness ratio or roughness that the user gave
-  // replaces the paper's estimate.
-  BSeriesScaleCorrection c;
-  if (!CalcBSeriesScaleCorrection(c, p.PD, p.EAR, p.Z, D * 0.3048, tc, roughnessMM * 1e-3)) {
-    AddCalcError("Invalid procedure call or argument");
-    return false;
+  if (series == kBSeries && method == kScalePartITTC) {
+    // The correction works in metres; a thickness ratio or roughness that the user gave
+    // replaces the paper's estimate.
+    BSeriesScaleCorrection c;
+    if (!CalcBSeriesScaleCorrection(c, p.PD, p.EAR, p.Z, D * 0.3048, tc, roughnessMM * 1e-3)) {
+      AddCalcError("Invalid procedure call or argument");
+      return false;
+    }
+    KT -= c.dKT;
+    KQ -= c.dKQ;
+    return true;
   }
-  KT -= c.dKT;
-  KQ -= c.dKQ;
-  return true;
+  AddCalcError("Scale correction not available: " + LabelOr(kScaleCorrectionLabels, method) + " on " +
+               SeriesLabel(series));
+  return false;
 }
 
 void Scale(DerivativeArray* a, double f) {
@@ -195,7 +228,7 @@ int CalcPropellerSeriesAxial(double& KT, double& KQ, clsVXWaterProperties& water
 
     // 8. Full-scale correction of the chart's section drag.
     if (scaleCorrection != 0 && (seriesId == 0 || seriesId == 1 || seriesId == 2 || seriesId == 8)) {
-      if (!ApplyScaleCorrection(KT, KQ, point, nu, Va, D, tc, roughnessMM, seriesId, scaleCorrection))
+      if (!ApplyScaleCorrection(KT, KQ, point, nu, n, Va, D, tc, roughnessMM, seriesId, scaleCorrection))
         return 0;
     }
 

@@ -8,13 +8,16 @@
 #include "core/helpers.h"
 #include "core/ui_hooks.h"
 #include "resistance/appendage_drag.h"
+#include "resistance/channel_drag.h"
 #include "resistance/dsyhs.h"
 #include "resistance/friction.h"
 #include "resistance/guldhammer_harvald.h"
 #include "resistance/holtrop.h"
 #include "resistance/mercier_savitsky.h"
 #include "resistance/savitsky.h"
+#include "resistance/seas_drag.h"
 #include "resistance/van_oortmerssen.h"
+#include "resistance/wind_drag.h"
 
 namespace velmar {
 namespace {
@@ -93,10 +96,16 @@ double ExpansionFormFactor(const clsVXITTC78Expansion& ittc78, const clsVXResist
   return resistance.HullDragITTC78ExpansionEnabled() == 0 || k1 == 0.0 ? 1.0 : k1;
 }
 
-// One added-drag column (wind, seas, channel): no formula for them is part of the program,
-// so Off and Calc both give 0; Lock and Enter keep what stands in the column.
-void AddedDragColumn(clsVXSpeedPerformance& sp, int row, Col column, int enabled) {
-  if (enabled == kDragOff || enabled == kDragCalc) sp.Write(row, FieldId(column), kCurrent, 0.0);
+// One added-drag column (wind, seas, channel): Off gives 0, Calc the method's drag in newtons,
+// Lock and Enter keep what stands in the column.
+template <class Calc>
+bool AddedDragColumn(clsVXSpeedPerformance& sp, int row, Col column, int enabled, Calc calc) {
+  if (enabled == kDragOff) sp.Write(row, FieldId(column), kCurrent, 0.0);
+  if (enabled != kDragCalc) return true;
+  double dragN = 0.0;
+  if (!calc(dragN)) return false;
+  sp.Write(row, FieldId(column), kN, dragN);
+  return true;
 }
 
 // What every speed row needs of the ship, read once before the loop: water (slug/ft3,
@@ -174,8 +183,8 @@ bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double R
 // What follows the bare hull in every row, whichever the route: the appendage drag, the added
 // drags, the margin, the total and its effective power.
 bool FinishRow(int hullCount, int row, double V, clsVXWaterProperties& water, clsVXHull& hull,
-               clsVXAppendage& appendage, clsVXITTC78Expansion& ittc78, clsVXResistance& resistance,
-               clsVXSpeedPerformance& sp) {
+               clsVXAppendage& appendage, clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78,
+               clsVXResistance& resistance, clsVXSpeedPerformance& sp) {
   switch (resistance.AppendageDragEnabled()) {
     case kDragOff:
       sp.DragAppendages(row, kCurrent, 0.0);
@@ -190,9 +199,17 @@ bool FinishRow(int hullCount, int row, double V, clsVXWaterProperties& water, cl
       break;
   }
 
-  AddedDragColumn(sp, row, Col::DragWind, resistance.WindDragEnabled());
-  AddedDragColumn(sp, row, Col::DragSeas, resistance.SeasDragEnabled());
-  AddedDragColumn(sp, row, Col::DragChannel, resistance.ChannelDragEnabled());
+  const double calmN = sp.DragBareHull(row, kN) + sp.DragAppendages(row, kN);
+  if (!AddedDragColumn(sp, row, Col::DragWind, resistance.WindDragEnabled(), [&](double& d) {
+        return CalcWindDrag(d, environment, hull, resistance, V);
+      }) ||
+      !AddedDragColumn(sp, row, Col::DragSeas, resistance.SeasDragEnabled(), [&](double& d) {
+        return CalcSeasDrag(d, environment, hull, water, resistance, V, calmN);
+      }) ||
+      !AddedDragColumn(sp, row, Col::DragChannel, resistance.ChannelDragEnabled(), [&](double& d) {
+        return CalcChannelDrag(d, environment, hull, ittc78, resistance, sp, row, V, water.Density(kKgPerM3));
+      }))
+    return false;
   // The margin follows its own Enabled state: Off gives 0, Calc takes the percentage of
   // the hull drag alone or of the hull and added drags, Lock and Enter keep the column.
   switch (resistance.MarginDragEnabled()) {
@@ -221,7 +238,7 @@ bool FinishRow(int hullCount, int row, double V, clsVXWaterProperties& water, cl
 }
 
 bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
-                      clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, clsVXSpeedPerformance& sp) {
+                      clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, clsVXSpeedPerformance& sp) {
   SetCalcLocation("ITTC-78 (CT) drag prediction");
   ShipRow ship{};
   ship.rho = water.Density(kSlugPerFt3);
@@ -286,7 +303,8 @@ bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppenda
         break;
     }
 
-    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, ittc78, resistance, sp)) return false;
+    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance, sp))
+      return false;
   }
   return true;
 }
@@ -392,7 +410,7 @@ bool FailBeforeRows(const std::string& text) {
 }
 
 bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
-                           clsVXITTC78Expansion& ittc78, clsVXResistance& resistance,
+                           clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78, clsVXResistance& resistance,
                            clsVXSpeedPerformance& sp) {
   SetCalcLocation("Planing drag prediction");
   PlaningShip ship{};
@@ -457,7 +475,8 @@ bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAp
       default:  // Lock (and the file's Enter): the columns stay as they are
         break;
     }
-    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, ittc78, resistance, sp)) return false;
+    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance, sp))
+      return false;
   }
   return true;
 }
@@ -519,18 +538,19 @@ bool CalcResistancePrediction() {
 }
 
 bool CalcDragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
-                          clsVXEnvironment& /*environment*/, clsVXITTC78Expansion& ittc78,
+                          clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78,
                           clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance) {
-  // The environment feeds the wind, seas and channel drags, for which no formula exists yet.
-  return RunGuarded(
-      [&] { return DragPredictionCT(water, hull, appendage, ittc78, resistance, speedPerformance); });
+  return RunGuarded([&] {
+    return DragPredictionCT(water, hull, appendage, environment, ittc78, resistance, speedPerformance);
+  });
 }
 
 bool CalcDragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
-                               clsVXEnvironment& /*environment*/, clsVXITTC78Expansion& ittc78,
+                               clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78,
                                clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance) {
-  return RunGuarded(
-      [&] { return DragPredictionPlaning(water, hull, appendage, ittc78, resistance, speedPerformance); });
+  return RunGuarded([&] {
+    return DragPredictionPlaning(water, hull, appendage, environment, ittc78, resistance, speedPerformance);
+  });
 }
 
 bool CalcModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLength, clsVXHull& hull,

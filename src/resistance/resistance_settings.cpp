@@ -69,14 +69,29 @@ const LabelList kPropulsorLiftCorrApplyFactorLabels = {{"Apply full (std)", "App
                                                        {"ApplyFull", "ApplyHalf"}};
 const LabelList kSprayCorrApplyFactorLabels = {{"Apply full (no deflector)", "Apply half (with deflector)"},
                                                {"ApplyFull", "ApplyHalf"}};
-const LabelList kWindDragMethodLabels = {{"Taylor", "Hughes", "Iwai"}, {"Taylor", "Hughes", "Iwai"}};
+// The added-drag methods from index 3 (wind, channel) and 5 (seas) on are the published
+// methods of the program; the ones before them are kept so that every file still reads.
+const LabelList kWindDragMethodLabels = Keyed({{"Taylor", "Taylor"},
+                                               {"Hughes", "Hughes"},
+                                               {"Iwai", "Iwai"},
+                                               {"Fujiwara (ITTC)", "FujiwaraITTC"},
+                                               {"Isherwood", "Isherwood"},
+                                               {"Blendermann", "Blendermann"},
+                                               {"ITTC data set", "ITTCDataSet"}});
 const LabelList kSeasDragMethodLabels = Keyed({{"Small Naval Series", "SmallNavalSeries"},
                                                {"Aertssen", "Aertssen"},
                                                {"Hoggard", "Hoggard"},
                                                {"Fridsma Series", "FridsmaSeries"},
-                                               {"Workboat", "Workboat"}});
-const LabelList kChannelDragMethodLabels =
-    Keyed({{"Landweber", "Landweber"}, {"Schlichting", "Schlichting"}, {"Sturtzel-Graff", "SturtzelGraff"}});
+                                               {"Workboat", "Workboat"},
+                                               {"STAWAVE-1", "STAWAVE1"},
+                                               {"STAWAVE-2", "STAWAVE2"},
+                                               {"Kwon", "Kwon"}});
+const LabelList kChannelDragMethodLabels = Keyed({{"Landweber", "Landweber"},
+                                                  {"Schlichting", "Schlichting"},
+                                                  {"Sturtzel-Graff", "SturtzelGraff"},
+                                                  {"Lackenby", "Lackenby"},
+                                                  {"Raven (ITTC)", "RavenITTC"},
+                                                  {"Karpov", "Karpov"}});
 const LabelList kMarginDragBasisLabels =
     Keyed({{"Hull drag only", "HullDragOnly"}, {"Hull + added drag", "HullPlusAddedDrag"}});
 

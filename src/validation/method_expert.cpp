@@ -33,9 +33,9 @@ const std::vector<FamilyRow>& Families() {
        &kAppendageDragMethodLabels,
        {42, 43, 44, 45, 45, 46, 47, 48, 49},
        Mode::Resistance},
-      {MethodFamily::Wind, "wind", &kWindDragMethodLabels, {50, 51, 52}, Mode::Resistance},
-      {MethodFamily::Seas, "seas", &kSeasDragMethodLabels, {53, 54, 55, 56, 57}, Mode::Resistance},
-      {MethodFamily::Channel, "channel", &kChannelDragMethodLabels, {58, 59, 60}, Mode::Resistance},
+      {MethodFamily::Wind, "wind", &kWindDragMethodLabels, {50, 51, 52, 68, 69, 70, 71}, Mode::Resistance},
+      {MethodFamily::Seas, "seas", &kSeasDragMethodLabels, {53, 54, 55, 56, 57, 72, 73, 74}, Mode::Resistance},
+      {MethodFamily::Channel, "channel", &kChannelDragMethodLabels, {58, 59, 60, 75, 76, 77}, Mode::Resistance},
       {MethodFamily::Interaction,
        "interaction",
        &kPropulsionInteractionMethodLabels,
@@ -186,7 +186,7 @@ MethodExpertList BuildMethodExpertList(MethodFamily family, const ModelSet& set)
 }
 
 MethodExpertResult& MethodExpertSelection() {
-  static MethodExpertResult result;
+  thread_local MethodExpertResult result;  // one per thread, like the project it was made for
   return result;
 }
 

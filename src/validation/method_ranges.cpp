@@ -21,7 +21,7 @@ constexpr RuleRef b{Rule::b}, b0{Rule::b0}, B{Rule::B}, V{Rule::V}, K{Rule::K}, 
     Q{Rule::Q}, U{Rule::U}, Holtrop{Rule::Holtrop}, Pd{Rule::Pd}, Sh{Rule::Sh}, Pl{Rule::Pl}, Tw{Rule::Tw},
     Np{Rule::Np}, Nq{Rule::Nq}, Up{Rule::Up}, Tr{Rule::Tr}, Kb{Rule::Kb}, Sp{Rule::Sp}, Sd{Rule::Sd},
     Hs{Rule::Hs}, Hd{Rule::Hd}, NoTransomArea{Rule::NoTransomArea}, NoTransomStern{Rule::NoTransomStern},
-    WaterjetOnly{Rule::WaterjetOnly}, DefinitionPercentage{Rule::DefinitionPercentage},
+    WaterjetOnly{Rule::WaterjetOnly}, Wa{Rule::Wa}, Wl{Rule::Wl}, Bn{Rule::Bn}, DefinitionPercentage{Rule::DefinitionPercentage},
     DefinitionSimple{Rule::DefinitionSimple}, DefinitionComponent{Rule::DefinitionComponent},
     ParameterUncertain{Rule::ParameterUncertain}, MethodUncertain{Rule::MethodUncertain};
 constexpr RuleRef A(double below) { return {Rule::A, below}; }
@@ -29,6 +29,10 @@ constexpr RuleRef ALe(double atMost) { return {Rule::ALe, atMost}; }
 constexpr RuleRef D(unsigned items) { return {Rule::D, 0.0, items}; }
 constexpr RuleRef DIfSimple(unsigned items) { return {Rule::DSimpleDefinition, 0.0, items}; }
 constexpr RuleRef Note(const char* text) { return {Rule::Note, 0.0, 0, text}; }
+
+// Methods whose coefficients come from one source only say so, unless a later rule has more
+// to say.
+constexpr const char* kSingleSourceNote = "Note: Coefficients from a single source, unconfirmed.";
 
 // Delft Series: CP/CWP is held to its range exactly.
 constexpr RangeRow kDelftCpCwp = Row(CPCWP, 0.798, 0.842).Tol(1.0, 1.0).Fmt("0.000");
@@ -119,7 +123,7 @@ constexpr MethodRange kRanges[] = {
     {19, "Oortmerssen",
      {{Row(FN, 0.05, 0.5), Row(CP, 0.51, 0.69), Row(LWLBWL, 3.5, 6.3), Row(BWLT, 1.9, 3.4),
        Row(XCBLWL, 0.467, 0.537), Row(IE, 10.0, 38.0), Row(CX, 0.73, 0.97)}},
-     {{b0, O, D(kDCX), P, Q}}},
+     {{Note(kSingleSourceNote), b0, O, D(kDCX), P, Q}}},
     {20, "Series 60",
      {{Row(FN, 0.148, 0.266).Fmt("0.000"), Row(CB, 0.59, 0.79), Row(LWLBWL, 5.59, 8.64), Row(BWLT, 2.5, 3.5),
        Row(XCBLWL, 0.484, 0.543)}},
@@ -165,7 +169,7 @@ constexpr MethodRange kRanges[] = {
      {{b, A(0.3), D(kDCX), C3}}},
     {31, "Simple Ship",
      {{Row(FN, 0.05, 0.4), Row(CVOL, 4.0, 11.0)}},
-     {{N, b0, Y, P}}},
+     {{N, b0, Y, P, Q}}},
     // The row named BWL/T is valued by LWL/BWL, with the limits of BWL/T.
     {32, "UBC Series",
      {{Row(FN, 0.2, 0.43).Tol(0.95, 1.1), Row(CVOL, 3.0, 4.5), Row(CB, 0.53, 0.62), Row(LWLBWL, 2.6, 4.0),
@@ -267,6 +271,28 @@ constexpr MethodRange kRanges[] = {
      {{Hd}}, true},
     {66, "Shallow water (depth Froude number)", {{Row(FNH, 0.4, 0.9).Tol(1.0, 1.0)}}, {{Hd}}, true},
     {67, "Volume ratio", {{Row(FN, 0.0, 0.6).Tol(1.0, 1.0), Row(VOLBL2, 0.015, 0.055).Tol(1.0, 1.0).Fmt("0.000")}}, {}},
+    // Wind methods of the speed-trial procedure: their data sets publish no parameter ranges,
+    // so the rows ask only for the windage they need.
+    {68, "Fujiwara (ITTC)", {},
+     {{Note("Note: Longitudinal wind force regression of the speed-trial procedure."), Wl, Wa}}},
+    {69, "Isherwood", {}, {{Note("Note: Merchant ships of the 1960s and 1970s. Coefficients from a single source."), Wl, Wa}}},
+    {70, "Blendermann", {}, {{Note(kSingleSourceNote), Wa}}},
+    {71, "ITTC data set", {},
+     {{Note("Note: Wind-tunnel data of the chosen ship type; four sets corroborated, the others from a single source."),
+       Wa}}},
+    // Wave methods of the speed-trial procedure: head seas within 45 degrees of the bow, and for
+    // STAWAVE-1 a wave height up to 2.25 sqrt(LWL/100) m.
+    {72, "STAWAVE-1",
+     {{Row(WaveAngle, 0.0, 45.0).Tol(1.0, 1.0).Fmt("0.0"), Row(HSSqrtL, 0.0, 2.25).Tol(1.0, 1.0)}},
+     {{Hs, Note("Note: Bow reflection only; heave and pitch must be negligible.")}}, true},
+    {73, "STAWAVE-2", {{Row(WaveAngle, 0.0, 45.0).Tol(1.0, 1.0).Fmt("0.0")}},
+     {{Hs, Note("Note: Fitted for conventional ships.")}}, true},
+    {74, "Kwon", {{Row(CB, 0.55, 0.85).Tol(1.0, 1.0)}},
+     {{Bn, Note("Note: Speed loss at constant power, taken as added drag by the admiralty relation.")}}, true},
+    // Shallow water.
+    {75, "Lackenby", {}, {{Hd, Note(kSingleSourceNote)}}, true},
+    {76, "Raven (ITTC)", {{Row(FNH, 0.0, 1.0).Tol(1.0, 1.0).Fmt("0.000")}}, {{Hd, Note(kSingleSourceNote)}}, true},
+    {77, "Karpov", {}, {{Hd, Note(kSingleSourceNote)}}, true},
 };
 // clang-format on
 

@@ -54,6 +54,8 @@ enum class Param : unsigned char {
   AXH,
   HT,
   LWLH,
+  WaveAngle,  // SeasWaveAngleOffBowDeg
+  HSSqrtL,    // significant wave height over sqrt(LWL / 100), metres
   Count
 };
 
@@ -171,6 +173,9 @@ enum class Rule : unsigned char {
   DefinitionComponent,
   ParameterUncertain,  // ParameterStatus 1
   MethodUncertain,     // MethodStatus 1
+  Wa,                  // windage areas (transverse, profile) not > 0: MethodStatus 3
+  Wl,                  // length overall not > 0: MethodStatus 3
+  Bn,                  // Beaufort number not > 0: MethodStatus 3
 };
 
 // Items of D(...): each must be positive. The transom items are asked for only when the
@@ -206,7 +211,7 @@ struct MethodRange {
   bool chain = false;
 };
 
-inline constexpr int kLastCheckId = 67;
+inline constexpr int kLastCheckId = 77;
 
 // The ranges of a check id from 0 to kLastCheckId; nullptr for any other id.
 const MethodRange* FindMethodRange(int checkId);

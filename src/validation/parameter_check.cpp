@@ -135,6 +135,11 @@ constexpr ParamInfo kParams[] = {
     {HT, "ShallowWaterDepth", "DraftSubmergedMax", "0.00",
      [](const Ctx& c) { return Ratio(c.Depth(), c.hull.DraftSubmergedMax(kM)); }},
     {LWLH, "LengthWL", "ShallowWaterDepth", "0.00", [](const Ctx& c) { return Ratio(c.hull.LengthWL(kM), c.Depth()); }},
+    {WaveAngle, "SeasWaveAngleOffBowDeg", nullptr, "0.0",
+     [](const Ctx& c) { return c.set.Environment->SeasWaveAngleOffBowDeg(); }},
+    {HSSqrtL, "SeasSignificantWaveHeight", "sqrt(LWL/100)", "0.00", [](const Ctx& c) {
+       return Ratio(c.set.Environment->SeasSignificantWaveHeight(kM), std::sqrt(c.hull.LengthWL(kM) / 100.0));
+     }},
 };
 // clang-format on
 static_assert(std::size(kParams) == static_cast<size_t>(Param::Count));
@@ -541,6 +546,19 @@ bool ApplyRule(const Ctx& c, State& s, const validation::RuleRef& r, bool fullEv
     case Rule::MethodUncertain:
       s.method = kCheckUncertain;
       return false;
+    case Rule::Wa: {
+      const clsVXEnvironment& e = *c.set.Environment;
+      const double front = e.WindHullTransverseArea(kM2) + e.WindSuperstructureTransverseArea(kM2);
+      const double profile = e.WindHullProfileArea(kM2) + e.WindSuperstructureProfileArea(kM2);
+      return !(front > 0.0 && profile > 0.0) &&
+             SetMethod(s, kCheckMissing, "Missing: Windage areas required.");
+    }
+    case Rule::Wl:
+      return !(c.set.Environment->WindLengthOverall(kM) > 0.0) &&
+             SetMethod(s, kCheckMissing, "Missing: Length overall required.");
+    case Rule::Bn:
+      return !(c.set.Environment->SeasBeaufortNumber() > 0.0) &&
+             SetMethod(s, kCheckMissing, "Missing: Beaufort number required.");
   }
   return false;
 }

@@ -21,7 +21,7 @@ namespace velmar {
 
 // The check id of "no method", and the largest id that has ranges.
 inline constexpr int kCheckIdNone = -1;
-inline constexpr int kCheckIdLast = 67;
+inline constexpr int kCheckIdLast = 77;
 
 // "OK", "Uncertain", "Fail", "Missing"; empty for any other code.
 std::string ParameterCheckLabel(int status);

@@ -17,6 +17,50 @@ const LabelList kWindSuperstructureShapeLabels = {
      "FerryLiner"}};
 const LabelList kShallowWaterTypeLabels = {{"Shallow water", "Restricted channel"},
                                            {"ShallowWater", "RestrictedChannel"}};
+// clang-format off
+const LabelList kWindVesselTypeLabels = Keyed({
+    {"Car carrier", "CarCarrier"},
+    {"Cargo vessel, loaded", "CargoVesselLoaded"},
+    {"Cargo vessel, containers on deck", "CargoVesselContainers"},
+    {"Container ship, loaded", "ContainerShipLoaded"},
+    {"Destroyer", "Destroyer"},
+    {"Diving support vessel", "DivingSupportVessel"},
+    {"Drilling vessel", "DrillingVessel"},
+    {"Ferry", "Ferry"},
+    {"Fishing vessel", "FishingVessel"},
+    {"LNG tanker", "LNGTanker"},
+    {"Offshore supply vessel", "OffshoreSupplyVessel"},
+    {"Passenger liner", "PassengerLiner"},
+    {"Research vessel", "ResearchVessel"},
+    {"Speed boat", "SpeedBoat"},
+    {"Tanker, loaded", "TankerLoaded"},
+    {"Tanker, ballast", "TankerBallast"},
+    {"Tender", "Tender"},
+});
+const LabelList kWindDataSetLabels = Keyed({
+    {"Tanker 280 kDWT, conventional bow, ballast", "TankerConventionalBallast"},
+    {"Tanker 280 kDWT, conventional bow, laden", "TankerConventionalLaden"},
+    {"Tanker 280 kDWT, spherical bow, ballast", "TankerSphericalBallast"},
+    {"Container ship 6800 TEU, ballast, no containers", "ContainerBallastNoContainers"},
+    {"Container ship 6800 TEU, laden with containers", "ContainerLadenContainers"},
+    {"Container ship 6800 TEU, laden, lashing only", "ContainerLadenLashing"},
+    {"Container ship 6800 TEU, ballast, lashing only", "ContainerBallastLashing"},
+    {"Car carrier", "CarCarrier"},
+    {"Cruise ferry", "CruiseFerry"},
+    {"General cargo", "GeneralCargo"},
+    {"Handy-size bulk carrier, heavy ballast, no cranes", "BulkHeavyBallastNoCranes"},
+    {"Handy-size bulk carrier, ballast, no cranes", "BulkBallastNoCranes"},
+    {"Handy-size bulk carrier, heavy ballast, cranes", "BulkHeavyBallastCranes"},
+    {"Handy-size bulk carrier, ballast, cranes", "BulkBallastCranes"},
+    {"LNG carrier, prismatic, extended deck", "LNGPrismaticExtendedDeck"},
+    {"LNG carrier, spherical tanks", "LNGSpherical"},
+    {"LNG carrier, prismatic, integrated", "LNGPrismaticIntegrated"},
+    {"Multi-purpose carrier, partial containers", "MultiPurposePartialContainers"},
+    {"Multi-purpose carrier, containers", "MultiPurposeContainers"},
+});
+// clang-format on
+const LabelList kSeasLoadingConditionLabels =
+    Keyed({{"Laden or normal", "Laden"}, {"Ballast", "Ballast"}, {"Container ship", "ContainerShip"}});
 
 namespace {
 const FieldDesc kEnvironmentFields[] = {

@@ -12,6 +12,14 @@ namespace velmar {
 extern const LabelList kWindGradientCorrLabels;
 extern const LabelList kWindSuperstructureShapeLabels;
 extern const LabelList kShallowWaterTypeLabels;
+// Vessel types of Blendermann's wind load parameters, and the ship types and loading
+// conditions of the ITTC wind coefficient data sets; the wind methods hold their numbers in
+// the same order.
+extern const LabelList kWindVesselTypeLabels;
+extern const LabelList kWindDataSetLabels;
+// Loading conditions of Kwon's speed loss.
+extern const LabelList kSeasLoadingConditionLabels;
+enum SeasLoadingCondition { kSeasLaden = 0, kSeasBallast = 1, kSeasContainerShip = 2 };
 
 // One proposal of the sea-state value lists: significant wave height in feet and modal
 // wave period in seconds.

@@ -1,50 +1,61 @@
-// Hull-propulsor interaction: Holtrop's factors on the published example ships, the
-// branches of the regression, the three corrections and the settings of the driver.
+// Hull-propulsor interaction: every method on the check ships of its source, the branches of
+// Holtrop's regression, the three corrections and the settings of the driver.
 #include "propulsion/interaction.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <fstream>
 #include <sstream>
 #include <string>
 
 #include "app/application.h"
+#include "core/constants.h"
 #include "core/diagnostics.h"
 
 namespace velmar {
 namespace {
 
-// The example ships of Holtrop & Mennen (1982) (single screw) and Holtrop (1984) (twin
-// screw) in the papers' sea water at 25 kn, D the hull's largest propeller diameter in m.
+// A hull as the rows of interaction_factors.txt give it, in the papers' sea water; by default
+// the single-screw example ship of Holtrop & Mennen (1982) with D 8 m at 25 kn.
+struct ShipRow {
+  std::string method = "Holtrop";
+  double L = 205, B = 32, T = 10, vol = 37500, CM = 0.98, lcb = -0.75, S = 7381.45, Cstern = 10;
+  int count = 1;
+  double D = 8.0, EAR = 0.7393, PD = 1.136, Fn = 0.2868412125;
+};
+
 struct Ship {
   ModelSet p = MakeModelSet(SetKind::Primary);
   clsVXHull& h = *p.Hull;
   clsVXSpeedPerformance& sp = *p.SpeedPerformance;
 
-  Ship(bool twin, double D) {
+  explicit Ship(const ShipRow& r = {}) {
     ApplyUnitPreset(*p.Units, UnitPreset::SI);
     p.WaterProperties->WaterDefinitionIndex(3);  // Custom
     p.WaterProperties->Density(kKgPerM3, 1025.0);
     p.WaterProperties->Viscosity(kM2PerSec, 1.18831e-6);
-    const double L = twin ? 50.0 : 205.0, B = twin ? 12.0 : 32.0, T = twin ? 3.2 : 10.0;
-    h.Displacement(kKg, (twin ? 900.0 : 37500.0) * 1025.0);
-    h.LengthWL(kM, L);
-    h.BeamWLMax(kM, B);
-    h.DraftSubmergedMax(kM, T);
-    h.AreaSectMax(kM2, (twin ? 0.78 : 0.98) * B * T);
-    h.WettedSurface(kM2, twin ? 584.9 : 7381.45);
-    h.XBuoyancyFwdTr(kM, L * (twin ? 0.455 : 0.4925));  // lcb -4.5 and -0.75 % L
-    h.SternShapeFactor(twin ? 0.0 : 1.0);               // Cstern 0 and 10
-    h.PropulsorCountPerHull(twin ? 2 : 1);
-    h.PropellerDiameterMax(kM, D);
-    p.Propeller->ExpAreaRatio(twin ? 0.763 : 0.7393);
-    p.Propeller->Diameter(kM, D);
-    p.Propeller->PitchMean(kM, 1.136 * D);
+    h.Displacement(kKg, r.vol * 1025.0);
+    h.LengthWL(kM, r.L);
+    h.BeamWLMax(kM, r.B);
+    h.DraftSubmergedMax(kM, r.T);
+    h.AreaSectMax(kM2, r.CM * r.B * r.T);
+    h.WettedSurface(kM2, r.S);
+    h.XBuoyancyFwdTr(kM, r.L * (0.5 + r.lcb / 100.0));
+    h.SternShapeFactor(r.Cstern / 10.0);
+    h.PropulsorCountPerHull(r.count);
+    h.PropellerDiameterMax(kM, r.D);
+    p.Propeller->ExpAreaRatio(r.EAR);
+    p.Propeller->Diameter(kM, r.D);
+    p.Propeller->PitchMean(kM, r.PD * r.D);
     p.Propulsion->PropulsionInteractionEnabled(1);  // Calc
-    p.Propulsion->PropulsionInteractionMethod(6);   // Holtrop
+    const std::vector<std::string>& keys = kPropulsionInteractionMethodLabels.keys;
+    p.Propulsion->PropulsionInteractionMethod(
+        static_cast<int>(std::find(keys.begin(), keys.end(), r.method) - keys.begin()));
     sp.count(1);
-    sp.Speed(0, kKt, 25.0);
+    sp.Speed(0, kFtPerSec, r.Fn * std::sqrt(GravityFt * r.L / 0.3048));
     ResetCalcErrorState();
   }
   bool Run() {
@@ -64,32 +75,36 @@ struct Ship {
   }
 };
 
-TEST(InteractionTest, HoltropOnThePublishedShips) {
-  std::ifstream in(VELMAR_TEST_DATA "/holtrop_propulsion_factors.txt");
+// Every method through the driver on the check ships of its source.
+TEST(InteractionTest, MethodsOnTheirCheckShips) {
+  std::ifstream in(VELMAR_TEST_DATA "/interaction_factors.txt");
   ASSERT_TRUE(in) << "data file missing";
   int rows = 0;
   for (std::string line; std::getline(in, line);) {
     if (line.empty() || line[0] == '#') continue;
     std::istringstream fields(line);
-    int year = 0;
-    double D = 0, published = 0, check = 0, expected = 0, tol = 0;
+    ShipRow r;
+    int speedCheck = 0;
+    double published = 0, check = 0, expected = 0, tol = 0;
     std::string term;
-    fields >> year >> D >> term >> published >> check >> expected >> tol;
-    Ship ship(year == 1984, D);
-    ASSERT_TRUE(ship.Run()) << GetCalcCause();
+    fields >> r.method >> r.L >> r.B >> r.T >> r.vol >> r.CM >> r.lcb >> r.S >> r.Cstern >> r.count >> r.D >>
+        r.EAR >> r.PD >> r.Fn >> speedCheck >> term >> published >> check >> expected >> tol;
+    ASSERT_TRUE(fields) << line;
+    Ship ship(r);
+    ASSERT_TRUE(ship.Run()) << line << GetCalcCause();
     const int column = clsVXSpeedPerformance::ColumnIndex(term == "w"   ? "WakeFraction"
                                                           : term == "t" ? "ThrustDeduction"
                                                                         : "RelRotEfficiency");
     EXPECT_NEAR(ship.sp.Read(0, column, kCurrent), expected, tol)
-        << year << " D " << D << " " << term << ": paper " << published << ", formula " << check;
-    EXPECT_EQ(ship.sp.HullPropulsorInteractionSpeedCheck(0), 1);
+        << line << "\npaper " << published << ", formula " << check;
+    EXPECT_EQ(ship.sp.HullPropulsorInteractionSpeedCheck(0), speedCheck) << line;
     ++rows;
   }
-  EXPECT_EQ(rows, 8);
+  EXPECT_EQ(rows, 21);
 }
 
 TEST(InteractionTest, HoltropBranches) {
-  Ship ship(false, 8.0);
+  Ship ship;
   for (auto [Fn, check] : {std::pair{0.0599, 0}, {0.06, 1}, {0.8, 1}, {0.8001, 2}})
     ship.Holtrop(Fn, true, check);
   // Below Fn 0.05 the friction stays at its value for Fn 0.05; Fn 0 is a division fault.
@@ -155,10 +170,10 @@ TEST(InteractionTest, DriverSettings) {
       {2, 0, 6, 0, 0, true, 0.5, 0.5, 0.5},     // Lock
       {1, 3, 6, 0, 0, true, 0.0, 0.0, 0.0},     // Defined: the run's carried zeros
       {1, 0, 6, 0, 1, true, 0.7 * w, t, etaR},  // duct, Cstern 10: f 0.7
-      {1, 0, 0, 0, 0, false, 0.5, 0.5, 0.5},    // Simple Ship has no formula
+      {1, 0, 1, 0, 0, false, 0.5, 0.5, 0.5},    // Series 60 has no formula
   };
   for (const auto& c : cases) {
-    Ship ship(false, 8.0);
+    Ship ship;
     clsVXPropulsion& s = *ship.p.Propulsion;
     s.PropulsionInteractionEnabled(c.enabled);
     s.PropulsionInteractionTechnique(c.technique);
@@ -174,13 +189,22 @@ TEST(InteractionTest, DriverSettings) {
     EXPECT_NEAR(ship.sp.RelRotEfficiency(0), c.etaR, 1e-7);
   }
   CalcErrorsPending();  // the chain of the last case, innermost first
-  EXPECT_NE(GetCalcErrorText().find("\tindividual propulsion interaction coefficient calculation\r\n"
+  EXPECT_NE(GetCalcErrorText().find("\tPropulsion interaction method not available: Series 60\r\n"
+                                    "\tindividual propulsion interaction coefficient calculation\r\n"
                                     "\tpredicting propulsion interaction coefficients"),
             std::string::npos);
+  // Taylor's wake is a single-screw relation: Simple Ship refuses two propulsors.
+  ShipRow twin;
+  twin.method = "SimpleShip";
+  twin.count = 2;
+  Ship simple(twin);
+  EXPECT_FALSE(simple.Run());
+  EXPECT_NE(GetCalcCause().find("Simple Ship wake fraction is for single-screw ships"), std::string::npos)
+      << GetCalcCause();
 
   // Holtrop's factors are ship-scale: the wake scaling leaves them alone, also in warm water,
   // where it would lower them (Rn above that of the basis vessel in standard water).
-  Ship warm(false, 8.0);
+  Ship warm;
   warm.p.WaterProperties->Viscosity(kM2PerSec, 0.9e-6);
   ASSERT_TRUE(warm.Run());
   const double unscaled = warm.sp.WakeFraction(0);

@@ -10,9 +10,11 @@
 #include <sstream>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "core/constants.h"
 #include "core/diagnostics.h"
+#include "propulsion/gawn_kca.h"
 #include "propulsion/propeller_formulas.h"
 
 namespace velmar {
@@ -29,50 +31,91 @@ double KQB(double J, double PD, double EAR, int Z, DerivativeArray* d = nullptr)
   return k;
 }
 
-// Points computed from the published coefficients (Oosterveld & van Oossanen 1975), to 8
-// decimals; the file is the literature shelf's check-value table.
-TEST(BSeriesTest, PublishedCheckValues) {
-  std::ifstream in(std::string(VELMAR_TEST_DATA) + "/bseries_check_values.csv");
-  ASSERT_TRUE(in);
-  std::string line;
-  std::getline(in, line);  // Z,EAR,PD,J,KT,KQ
-  int rows = 0;
-  for (; std::getline(in, line); ++rows) {
-    std::replace(line.begin(), line.end(), ',', ' ');
-    std::istringstream s(line);
+// The open-water polynomials of each series on the check values of the literature shelf, and
+// their nine derivatives against central differences at each check point (J = 0 added for the
+// powers of zero).
+TEST(SeriesPolynomialsTest, CheckValuesAndDerivatives) {
+  using Coef = std::function<double(double J, double PD, double EAR, int Z, DerivativeArray* d)>;
+  struct Point {
+    double J, PD, EAR;
     int Z;
-    double EAR, PD, J, KT, KQ;
-    s >> Z >> EAR >> PD >> J >> KT >> KQ;
-    EXPECT_NEAR(KTB(J, PD, EAR, Z), KT, 1e-8) << line;
-    EXPECT_NEAR(KQB(J, PD, EAR, Z), KQ, 1e-8) << line;
+    double KT, KQ, tol;
+  };
+  std::vector<Point> bseries, gawn;
+  auto lines = [](const char* file, char separator) {
+    std::ifstream in(std::string(VELMAR_TEST_DATA) + "/" + file);
+    EXPECT_TRUE(in) << file;
+    std::vector<std::vector<double>> rows;
+    for (std::string line; std::getline(in, line);) {
+      if (line.empty() || line[0] == '#' || line[0] == 'Z') continue;  // comments, the CSV header
+      std::replace(line.begin(), line.end(), separator, ' ');
+      std::istringstream s(line);
+      std::vector<double>& row = rows.emplace_back();
+      for (double v; s >> v;) row.push_back(v);
+    }
+    return rows;
+  };
+  // Oosterveld & van Oossanen (1975), to 8 decimals: Z, EAR, PD, J, KT, KQ.
+  for (const auto& r : lines("bseries_check_values.csv", ','))
+    bseries.push_back({r[3], r[2], r[1], static_cast<int>(r[0]), r[4], r[5], 1e-8});
+  ASSERT_EQ(bseries.size(), 12u);
+  // Radojcic's Gawn KCA regression, to 6 decimals, at the developed area ratio x of each row:
+  // AE/A0 = 0.935 x + 0.1133 x^2 is the ratio that the program takes to that x. The program's
+  // own x of the row's AE/A0 is the true inverse.
+  for (const auto& r : lines("gawn_kca_check_values.txt", ' ')) {
+    EXPECT_NEAR(GawnDevelopedAreaRatio(r[2]), r[4], 5e-7) << "AE/A0 " << r[2];
+    gawn.push_back({r[0], r[1], 0.935 * r[3] + 0.1133 * r[3] * r[3], 3, r[5], r[6], 6e-7});
   }
-  EXPECT_EQ(rows, 12);
-}
+  ASSERT_EQ(gawn.size(), 4u);
 
-// The nine derivatives against central differences, J = 0 included (powers of zero).
-TEST(BSeriesTest, DerivativesMatchFiniteDifferences) {
+  auto gawnKT = [](double J, double PD, double EAR, int, DerivativeArray* d) {
+    double k = 0.0;
+    EXPECT_TRUE(CalcKTGawnKCA(k, J, PD, EAR, d));
+    return k;
+  };
+  auto gawnKQ = [](double J, double PD, double EAR, int, DerivativeArray* d) {
+    double k = 0.0;
+    EXPECT_TRUE(CalcKQGawnKCA(k, J, PD, EAR, d));
+    return k;
+  };
+  bseries.push_back({0.0, 1.0, 0.7, 5, NAN, NAN, 0});
+  gawn.push_back({0.0, 1.2, 0.9, 3, NAN, NAN, 0});
+  const struct {
+    const char* series;
+    std::vector<Point>& points;
+    Coef kt, kq;
+  } families[] = {{"B Series", bseries, KTB, KQB}, {"Gawn KCA", gawn, gawnKT, gawnKQ}};
+
   const double h = 1e-4;
-  for (auto f : {&KTB, &KQB}) {
-    for (const auto& x : {std::array{0.0, 1.0, 0.7}, std::array{0.6, 0.8, 0.55}, std::array{1.1, 1.3, 1.0}}) {
-      auto g = [&](double dj, double dp, double de) {
-        return f(x[0] + dj, x[1] + dp, x[2] + de, 5, nullptr);
-      };
-      DerivativeArray d;
-      f(x[0], x[1], x[2], 5, &d);
-      const double g0 = g(0, 0, 0);
-      auto first = [&](double a, double b, double c) { return (g(a, b, c) - g(-a, -b, -c)) / (2 * h); };
-      auto second = [&](double a, double b, double c) {
-        return (g(a, b, c) - 2 * g0 + g(-a, -b, -c)) / (h * h);
-      };
-      auto mixed = [&](double a, double b, double c, double a2, double b2, double c2) {
-        return (g(a + a2, b + b2, c + c2) - g(a - a2, b - b2, c - c2) - g(a2 - a, b2 - b, c2 - c) +
-                g(-a - a2, -b - b2, -c - c2)) /
-               (4 * h * h);
-      };
-      const DerivativeArray fd = {first(h, 0, 0),          first(0, h, 0),          first(0, 0, h),
-                                  second(h, 0, 0),         second(0, h, 0),         second(0, 0, h),
-                                  mixed(h, 0, 0, 0, h, 0), mixed(h, 0, 0, 0, 0, h), mixed(0, h, 0, 0, 0, h)};
-      for (size_t i = 0; i < d.size(); ++i) EXPECT_NEAR(d[i], fd[i], 1e-5) << i << " at J " << x[0];
+  for (const auto& family : families) {
+    for (const Point& x : family.points) {
+      SCOPED_TRACE(std::string(family.series) + " J " + std::to_string(x.J) + " PD " + std::to_string(x.PD));
+      for (const auto& [f, expected] : {std::pair{&family.kt, x.KT}, std::pair{&family.kq, x.KQ}}) {
+        DerivativeArray d;
+        const double value = (*f)(x.J, x.PD, x.EAR, x.Z, &d);
+        if (!std::isnan(expected)) {
+          EXPECT_NEAR(value, expected, x.tol);
+        }
+        auto g = [&](double dj, double dp, double de) {
+          return (*f)(x.J + dj, x.PD + dp, x.EAR + de, x.Z, nullptr);
+        };
+        const double g0 = g(0, 0, 0);
+        EXPECT_EQ(g0, value);  // the derivatives do not change the sum
+        auto first = [&](double a, double b, double c) { return (g(a, b, c) - g(-a, -b, -c)) / (2 * h); };
+        auto second = [&](double a, double b, double c) {
+          return (g(a, b, c) - 2 * g0 + g(-a, -b, -c)) / (h * h);
+        };
+        auto mixed = [&](double a, double b, double c, double a2, double b2, double c2) {
+          return (g(a + a2, b + b2, c + c2) - g(a - a2, b - b2, c - c2) - g(a2 - a, b2 - b, c2 - c) +
+                  g(-a - a2, -b - b2, -c - c2)) /
+                 (4 * h * h);
+        };
+        const DerivativeArray fd = {
+            first(h, 0, 0),          first(0, h, 0),          first(0, 0, h),
+            second(h, 0, 0),         second(0, h, 0),         second(0, 0, h),
+            mixed(h, 0, 0, 0, h, 0), mixed(h, 0, 0, 0, 0, h), mixed(0, h, 0, 0, 0, h)};
+        for (size_t i = 0; i < d.size(); ++i) EXPECT_NEAR(d[i], fd[i], 1e-5) << "derivative " << i;
+      }
     }
   }
 }
@@ -189,6 +232,10 @@ TEST_F(PropellerSeriesModelTest, AxialCorrections) {
   const double r = 0.85 * kt / (J * J);
   BSeriesScaleCorrection sc;
   ASSERT_TRUE(CalcBSeriesScaleCorrection(sc, 1.0, 0.7, 4, 10.0 * 0.3048, 0.0, 0.0));
+  // The B-series Reynolds correction at the section Reynolds number on the chord at 0.75R.
+  double dKT = 0.0, dKQ = 0.0;
+  const double Rn = 2.073 * 0.7 * 10.0 / 4 * std::hypot(Va, 0.75 * Pi * n * 10.0) / 1.27908e-5;
+  ASSERT_TRUE(CalcBSeriesReynoldsCorrection(dKT, dKQ, J, 1.0, 0.7, 4, Rn));
   const struct {
     const char* name;
     std::function<void(PropellerSeriesModelTest&)> setup;
@@ -208,8 +255,13 @@ TEST_F(PropellerSeriesModelTest, AxialCorrections) {
        2 * 0.85 * kt * (1.85 * r + 1) / (1.7 * r + 1.07), 2 * 0.85 * kq * (2 * r + 0.94) / (2 * r + 1), 1.7},
       {"CRP in free stream", [](auto& t) { t.propeller->PropellerType(2), t.series.CRPRudderLocation(1); },
        Va, 0.7, 0, 2 * 0.85 * kt * (1.85 * r + 1) / (1.7 * r + 1.07), 2 * 0.85 * kq, 1.7},
-      {"B-series scale correction", [](auto& t) { t.series.ScaleCorrection(1); }, Va, 0.7, 0, kt - sc.dKT,
+      {"B Series scale correction (Reynolds)", [](auto& t) { t.series.ScaleCorrection(1); }, Va, 0.7, 0,
+       kt + dKT, kq + dKQ, 1.0},
+      {"Part ITTC scale correction", [](auto& t) { t.series.ScaleCorrection(3); }, Va, 0.7, 0, kt - sc.dKT,
        kq - sc.dKQ, 1.0},
+      {"B Series scale correction, none at the charts' Rn 2e6 and below",
+       [](auto& t) { t.series.ScaleCorrection(1), t.water->Viscosity(kFt2PerSec, 1e-4); }, Va, 0.7, 0, kt, kq,
+       1.0},
   };
   for (const auto& c : cases) {
     SetUp();
@@ -227,6 +279,25 @@ TEST_F(PropellerSeriesModelTest, AxialCorrections) {
   }
 }
 
+// Gawn KCA takes the same route with its own polynomials and derivatives.
+TEST_F(PropellerSeriesModelTest, GawnKCAThroughTheSeriesModel) {
+  series.Series(2);
+  propeller->BladeCount(3);
+  double KT, KQ, kt, kq;
+  DerivativeArray d, dq, expected, expectedQ;
+  double s, sv, t;
+  ASSERT_EQ(CalcPropellerSeriesAxial(KT, KQ, *water, *propeller, series, 0, n, Va, 10.0, 0.7, 0, 10.0, s, sv,
+                                     t, &d, &dq),
+            1)
+      << GetCalcCause();
+  ASSERT_TRUE(CalcKTGawnKCA(kt, J, 1.0, 0.7, &expected));
+  ASSERT_TRUE(CalcKQGawnKCA(kq, J, 1.0, 0.7, &expectedQ));
+  EXPECT_EQ(KT, kt);
+  EXPECT_EQ(KQ, kq);
+  EXPECT_EQ(d, expected);
+  EXPECT_EQ(dq, expectedQ);
+}
+
 TEST_F(PropellerSeriesModelTest, UnavailableCombinationsFailWithTheirName) {
   const struct {
     int series, scaleCorrection;
@@ -234,6 +305,8 @@ TEST_F(PropellerSeriesModelTest, UnavailableCombinationsFailWithTheirName) {
   } cases[] = {
       {1, 0, "Propeller series not available: Gawn AEW"},
       {0, 2, "Scale correction not available: Equiv profile on B Series"},
+      {0, 4, "Scale correction not available: Full ITTC on B Series"},
+      {2, 1, "Scale correction not available: B Series on Gawn KCA"},
   };
   for (const auto& c : cases) {
     ResetCalcErrorState();

@@ -51,6 +51,7 @@ TEST(PropulsionPrediction, ReproducesThePublishedPoweringPointOfHoltropAndMennen
   sp.ThrustDeduction(0, 0.1747);
   sp.RelRotEfficiency(0, 0.9931);
   p.Propulsion->PropulsionInteractionEnabled(2);  // Lock: the paper's factors stand
+  p.PropellerSeries->ScaleCorrection(3);          // Part ITTC: the paper's own scale correction
   const CalculateResult r = Calculate(Mode::Propulsion);
   ASSERT_TRUE(r.ok) << r.warning;
   EXPECT_NEAR(sp.PropulsorThrust(0, kKN), 2172.75, 0.15);  // 1793.26 / 0.8253 = 2172.86

@@ -11,7 +11,10 @@
 #include "app/application.h"
 #include "core/diagnostics.h"
 #include "example_ship.h"
+#include "resistance/channel_drag.h"
 #include "resistance/resistance_driver.h"
+#include "resistance/seas_drag.h"
+#include "resistance/wind_drag.h"
 
 namespace velmar {
 namespace {
@@ -165,7 +168,7 @@ TEST(ResistanceDriverTest, ModelResiduaryCoefficientNeverFallsBelowOneMillionth)
   EXPECT_DOUBLE_EQ(cr(0.25, 2.0, 1.0), 2.0 * cr(0.25, 0.0, -1.0));
 }
 
-// Off (0) gives 0, Calc (1) computes (no formula for wind, seas and channel: 0), Lock (2) and
+// Off (0) gives 0, Calc (1) computes (calm air, no waves and deep water: 0), Lock (2) and
 // Enter (3) keep the column; a Calc margin of basis 0 is on the hull drag alone.
 TEST(ResistanceDriverTest, AppendageAddedDragAndMarginFollowTheirEnabledStates) {
   const F added[] = {F::DragWind, F::DragSeas, F::DragChannel, F::DragMargin};
@@ -173,6 +176,9 @@ TEST(ResistanceDriverTest, AppendageAddedDragAndMarginFollowTheirEnabledStates) 
     SCOPED_TRACE(::testing::Message() << "enabled " << enabled << " basis " << basis);
     EnterExampleShip({20.0});
     Res().WindDragEnabled(enabled), Res().SeasDragEnabled(enabled), Res().ChannelDragEnabled(enabled);
+    Res().WindDragMethod(kWindITTCDataSet), Res().SeasDragMethod(kSeasKwon), Res().ChannelDragMethod(kChannelLackenby);
+    P().Environment->WindHullTransverseArea(kCurrent, 100.0);
+    P().Environment->ShallowWaterDepth(kCurrent, 1000.0);
     Res().MarginDragEnabled(enabled), Res().MarginDragBasis(basis), Res().MarginDragPercentage(8.0);
     if (enabled != 1) Res().AppendageDragEnabled(enabled), SP().DragAppendages(0, kCurrent, 5.0);
     for (int i = 0; i < 4; ++i) SP().Write(0, FieldId(added[i]), kCurrent, 11.0 * (i + 1));

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <utility>
 
 #include "../core/test_support.h"
 #include "../vessel/hull_model.h"
@@ -19,6 +21,28 @@ struct CheckVessel {
   int chine = 0, dataSet = 1, propulsors = 1, propulsorType = 0;
   double speedKt = 16.0, waveHeight = 1.0, depth = 0.0;
   int appendageDefinition = 2, calcType = 0;
+  double keelBulb = 0.0, strutPalm = 0.0;  // keel bulb length and strut palm depth in m
+  int sonarDomes = 0;
+
+  // Sets the item of this name (as spelt above) from a table file; false for an unknown name.
+  bool Set(const std::string& name, double v) {
+    // clang-format off
+    const std::pair<const char*, double*> reals[] = {
+        {"L", &L}, {"B", &B}, {"T", &T}, {"vol", &vol}, {"cm", &cm}, {"cwp", &cwp}, {"lcb", &lcb},
+        {"iE", &iE}, {"atr", &atr}, {"btr", &btr}, {"ttr", &ttr}, {"bulb", &bulb}, {"ax", &ax},
+        {"propellerMm", &propellerMm}, {"speedKt", &speedKt}, {"waveHeight", &waveHeight},
+        {"depth", &depth}, {"keelBulb", &keelBulb}, {"strutPalm", &strutPalm}};
+    const std::pair<const char*, int*> ints[] = {
+        {"chine", &chine}, {"dataSet", &dataSet}, {"propulsors", &propulsors},
+        {"propulsorType", &propulsorType}, {"calcType", &calcType}, {"sonarDomes", &sonarDomes},
+        {"appendageDefinition", &appendageDefinition}};
+    // clang-format on
+    for (const auto& [n, p] : reals)
+      if (name == n) return *p = v, true;
+    for (const auto& [n, p] : ints)
+      if (name == n) return *p = static_cast<int>(v), true;
+    return false;
+  }
 
   // Enters the vessel into the open project; `edit` may change it on the way.
   void Enter(const std::function<void(ModelSet&)>& edit = nullptr) const {
@@ -45,6 +69,9 @@ struct CheckVessel {
     h.FwdStationChineBeam(kM, 0.95 * B);
     h.FwdStationAngleDeadriseDeg(15.0);
     p.Appendage->AppendageDefinition(appendageDefinition);
+    if (keelBulb > 0.0) p.Appendage->KeelBulbLength(kM, keelBulb);
+    if (strutPalm > 0.0) p.Appendage->StrutPalmDepth(kM, strutPalm);
+    if (sonarDomes > 0) p.Appendage->SonarDomeCount(sonarDomes);
     p.Environment->SeasSignificantWaveHeight(kM, waveHeight);
     p.Environment->ShallowWaterDepth(kM, depth);
     p.Propulsion->PropulsorCalcType(calcType);

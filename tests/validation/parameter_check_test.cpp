@@ -75,7 +75,7 @@ TEST(ParameterCheckFrame, StoresTheDesignFroudeNumbersAndAnswersIdsWithoutRanges
   ASSERT_EQ(none.rows.size(), 1u);
   EXPECT_EQ(none.rows[0].name, "None given");
   EXPECT_EQ(none.rating, 3);
-  for (int id : {68, -2}) {
+  for (int id : {kCheckIdLast + 1, -2}) {
     const MethodCheck c = Check(id);
     ASSERT_EQ(c.rows.size(), 1u);
     EXPECT_EQ(c.rows[0].name, "Not coded");

@@ -1,5 +1,5 @@
 // velmar-cli check and expert end to end: every example in both formats, a project without a
-// design speed, a method taken and saved, and usage errors.
+// design speed, a method taken and saved (their usage errors: tests/cli/cli_test.cpp).
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -8,12 +8,9 @@
 #include <vector>
 
 #include "../cli/cli_run.h"
-#include "../core/test_support.h"
 
 namespace velmar::testing {
 namespace {
-
-std::string Example(const std::string& name) { return ExamplePath(name).string(); }
 
 // Every project in examples/.
 std::vector<std::string> Examples() {
@@ -62,15 +59,13 @@ TEST(ValidationCommands, OneMethodShowsItsRowsInEachFamilyThatHasIt) {
 
 TEST(ValidationCommands, NoDesignSpeedIsAnErrorNotAnEmptyTable) {
   const TempDir dir;
-  std::string text = ReadBytes(Example("cargo_ship_si.vxvl"));
-  const std::string from = "\"DesignSpeedIndex\": 7";
-  text.replace(text.find(from), from.size(), "\"DesignSpeedIndex\": 10");
-  WriteBytes(dir / "no_design.vxvl", text);
+  const std::string path =
+      EditedCopy(dir, "cargo_ship_si.vxvl", "\"DesignSpeedIndex\": 7", "\"DesignSpeedIndex\": 10");
   for (const std::string& cmd : {std::string("check "), std::string("expert --family hull ")}) {
-    const CliRun out = Cli(cmd + (dir / "no_design.vxvl").string(), " 2>/dev/null");
+    const CliRun out = Cli(cmd + path, " 2>/dev/null");
     EXPECT_EQ(out.code, 1) << cmd;
     EXPECT_EQ(out.out, "") << cmd;
-    const CliRun err = Cli(cmd + (dir / "no_design.vxvl").string());
+    const CliRun err = Cli(cmd + path);
     EXPECT_NE(err.out.find("has no design speed"), std::string::npos) << err.out;
   }
 }
@@ -84,17 +79,6 @@ TEST(ValidationCommands, ExpertTakesAMethodAndSavesIt) {
   r = Cli("check " + out + " --family hull");
   EXPECT_NE(r.out.find("31*  Andersen"), std::string::npos) << r.out;
   EXPECT_NE(ReadBytes(out).find("\"HullDragMethod\": \"Andersen\""), std::string::npos);
-}
-
-TEST(ValidationCommands, UsageErrors) {
-  const std::string ship = Example("cargo_ship_si.vxvl");
-  for (const std::string& args :
-       {"check " + ship + " --family hulls", "check " + ship + " --method Nobody",
-        "check " + ship + " --format csv", "expert " + ship + " --family hull --apply 3",
-        "expert " + ship + " --family wind --apply 3 -o x.vxvl", std::string("check /no/such/file.vxvl")}) {
-    const CliRun r = Cli(args);
-    EXPECT_EQ(r.code, 2) << args << "\n" << r.out;
-  }
 }
 
 }  // namespace

@@ -23,10 +23,11 @@ class EnvironmentTest : public ::testing::Test {
   clsVXEnvironment env{units};
 };
 
+// The profile centroid may stand aft of midship: it is the one number without a check.
 TEST_F(EnvironmentTest, EveryNumberPushesItsOwnWordWhenNegativeOnly) {
   for (int i = 0; i < static_cast<int>(env.Fields().size()); ++i) {
     const FieldDesc& d = env.Fields()[i];
-    if (d.kind == FieldKind::Enum) continue;
+    if (d.kind == FieldKind::Enum || d.check == Check::None) continue;
     SCOPED_TRACE(d.name);
     env.ClearErrorStack();
     env.SetRaw(i, 0.0);

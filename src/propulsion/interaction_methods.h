@@ -1,0 +1,41 @@
+// The hull-propulsor interaction methods: each gives, for one speed, the wake fraction w, the
+// thrust deduction t and the relative-rotative efficiency etaR of the ship, the length of the
+// method's basis vessel (for the wake scaling) and a speed check (0 below, 1 inside, 2 above
+// the method's Froude range). Lengths in ft; Rn is the ship's Reynolds number on LWL.
+#pragma once
+
+#include "propulsion/propeller.h"
+#include "propulsion/propulsion_settings.h"
+#include "vessel/hull.h"
+
+namespace velmar {
+
+// Holtrop's statistical propulsion factors at ship scale: the single-screw set of Holtrop
+// (1984) for one propulsor, the twin-screw set of Holtrop & Mennen (1982) for any other
+// count. The propeller diameter is the hull's largest one (0.7 T when none is given); the
+// propeller itself enters through its blade area and pitch ratio.
+bool CalcHoltropPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
+                                      int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
+                                      clsVXPropulsion& propulsion, double Fn, double Rn);
+
+// van Oortmerssen's (1971) regression of t, w and etaR for small ships (tugs, trawlers), from
+// CP, the LCB, L/B, L/D and Fn. Single source.
+bool CalcOortmerssenPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
+                                          int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
+                                          clsVXPropulsion& propulsion, double Fn, double Rn);
+
+// "Simple Ship": Taylor's wake fraction of a single-screw ship from CB alone, w = 0.5 CB - 0.05,
+// with Holtrop's (1984) single-screw thrust deduction and etaR 1. Fails for more than one
+// propulsor.
+bool CalcSimpleShipPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
+                                         int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
+                                         clsVXPropulsion& propulsion, double Fn, double Rn);
+
+// The interaction method of a PropulsionInteractionMethod index; null for a method the
+// program does not hold.
+using PropulsionInteractionFunction = bool (*)(double& w, double& t, double& etaR, double& referenceLength,
+                                               int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
+                                               clsVXPropulsion& propulsion, double Fn, double Rn);
+PropulsionInteractionFunction FindPropulsionInteractionMethod(int method);
+
+}  // namespace velmar

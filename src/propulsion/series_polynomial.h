@@ -1,0 +1,47 @@
+// The open-water polynomials of the propeller series: KT or KQ as a sum of terms
+// C J^s (P/D)^t A^u Z^v, with the first and second derivatives in J, P/D and the area ratio A
+// that the RPM solution and the sizing solver use.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace velmar {
+
+// First and second partial derivatives of a KT or KQ sum with regard to J, P/D and EAR:
+// [0] d/dJ, [1] d/dPD, [2] d/dEAR, [3] d2/dJ2, [4] d2/dPD2, [5] d2/dEAR2, [6] d2/dJdPD,
+// [7] d2/dJdEAR, [8] d2/dPDdEAR.
+using DerivativeArray = std::array<double, 9>;
+
+// One term C J^s (P/D)^t A^u Z^v.
+struct SeriesTerm {
+  double c;
+  int s, t, u, v;
+};
+
+// The highest exponent a term may carry.
+inline constexpr int kMaxSeriesPower = 6;
+
+// x^0 .. x^kMaxSeriesPower, and the derivatives of a power.
+struct SeriesPowers {
+  double p[kMaxSeriesPower + 1];
+  explicit SeriesPowers(double x);
+  // The k-th derivative of x^e: e (e-1) .. (e-k+1) x^(e-k), 0 when k exceeds e.
+  double Derivative(int e, int k) const;
+};
+
+// The sum of `terms` at (J, P/D, A, Z) and, when `d` is given, its derivatives term by term
+// (d is overwritten). False, with "Overflow" or "Invalid procedure call or argument" in the
+// calculation error state, for a result that is not finite.
+bool SumSeriesPolynomial(std::span<const SeriesTerm> terms, double& K, double J, double PD, double A, int Z,
+                         DerivativeArray* d);
+
+// The terms of a series table as published in CSV: a header naming the columns C, s, t, u
+// and, where Z enters, v (0 when the column is absent), then one term per line. A malformed
+// table (a missing column, an exponent that is no whole number from 0 to kMaxSeriesPower) is a
+// fault of the program and throws std::logic_error.
+std::vector<SeriesTerm> ParseSeriesTerms(std::string_view csv);
+
+}  // namespace velmar
