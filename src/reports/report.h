@@ -1,0 +1,39 @@
+// The reports of a project: results, full resistance, full propulsion and data, each built
+// as frames (heading, sections, footer) into a ReportDocument that any back end writes.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/format.h"
+#include "core/model_set.h"
+#include "reports/report_document.h"
+
+namespace velmar {
+
+enum class ReportKind {
+  Resistance,      // resistance results
+  FullResistance,  // results, hull data, appendage and environment data
+  FullPropulsion,  // propulsion results, hull and propulsor data
+  Data,            // the data reports of every input group
+};
+
+// "resistance", "full-resistance", "full-propulsion", "data".
+const char* ReportKindName(ReportKind kind);
+bool ReportKindFromName(std::string_view name, ReportKind& kind);
+
+struct ReportOptions {
+  bool symbols = false;                     // close the results with "Symbols and values"
+  std::string applicationTitle = "Velmar";  // the name behind the version in the footer
+  DateTime when = Now();                    // date and time of the heading and report id
+  // The graphs placed after the results, when the graph library supplies them; a report
+  // without them simply has no graph block.
+  bool graphs = true;
+};
+
+// Builds the report of `kind` from the model set as it stands (run Calculate first). Reads
+// that fail their checks push words on the classes' error stacks; the stacks that the
+// method checks fill are cleared again.
+ReportDocument BuildReport(const ModelSet& set, ReportKind kind, const ReportOptions& options = {});
+
+}  // namespace velmar
