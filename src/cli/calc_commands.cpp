@@ -3,15 +3,15 @@
 // warnings go to standard error), and print the results.
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <iostream>
 
 #include "app/file_commands.h"
 #include "cli/commands.h"
 #include "app/application.h"
 #include "app/calculate.h"
+#include "app/variants.h"
+#include "cli/result_output.h"
 #include "core/constants.h"
 #include "core/format.h"
 #include "core/helpers.h"
@@ -26,53 +26,6 @@
 
 namespace velmar::cli {
 namespace {
-
-// Numbers for machines: the shortest text that reads back to the same double ("0.0006", not
-// "0.00059999999999999995"), '.' as the decimal separator.
-std::string Full(double v) {
-  char buf[40];
-  const auto r = std::to_chars(buf, buf + sizeof buf, v);
-  return std::string(buf, r.ptr);
-}
-
-// JSON has no infinity or NaN: such a cell is null.
-std::string JsonNumber(double v) { return std::isfinite(v) ? Full(v) : "null"; }
-
-std::string JsonString(std::string_view s) {
-  std::string out = "\"";
-  for (char c : s) {
-    switch (c) {
-      case '"':
-        out += "\\\"";
-        break;
-      case '\\':
-        out += "\\\\";
-        break;
-      case '\n':
-        out += "\\n";
-        break;
-      case '\r':
-        out += "\\r";
-        break;
-      case '\t':
-        out += "\\t";
-        break;
-      default:
-        if (static_cast<unsigned char>(c) < 0x20) {
-          char buf[8];
-          std::snprintf(buf, sizeof buf, "\\u%04x", c);
-          out += buf;
-        } else {
-          out += c;
-        }
-    }
-  }
-  return out + "\"";
-}
-
-std::string UnitLabel(const FieldDesc& d, const clsVXUnits& units) {
-  return d.family == UnitFamily::None ? "" : units.Label(d.family, kCurrent);
-}
 
 bool OpenForCommand(const std::string& path) {
   OpenResult result;
@@ -136,31 +89,6 @@ void PrintTable(const clsVXSpeedPerformance& sp, const clsVXUnits& units, const 
   }
 }
 
-// The columns a run of `mode` writes, without repeats.
-std::vector<int> ResultColumns(bool propulsion) {
-  std::vector<int> cols = ResistanceResultColumns();
-  if (propulsion)
-    for (int c : PropulsionResultColumns())
-      if (std::find(cols.begin(), cols.end(), c) == cols.end()) cols.push_back(c);
-  return cols;
-}
-
-// Column names typed by the user, comma-separated; empty on an unknown name (reported).
-bool ParseColumns(const std::string& list, std::vector<int>& cols) {
-  for (const std::string& name : SplitDelimited(list, ",")) {
-    const std::string n = Trim(name);
-    if (n.empty()) continue;
-    const int c = clsVXSpeedPerformance::ColumnIndex(n);
-    if (c < 0) {
-      Fail(kExitUsage, "unknown column \"" + n + "\"; the columns are named as in the csv header");
-      return false;
-    }
-    cols.push_back(c);
-  }
-  if (cols.empty()) Fail(kExitUsage, "--columns names no column");
-  return !cols.empty();
-}
-
 struct CalcOptions {
   std::string path, mode = "resistance", format = "table", out, columns;
   bool keepResistance = false;
@@ -213,7 +141,7 @@ void RunCalc(const CalcOptions& o) {
   const ModelSet& p = App().primary;
   const clsVXSpeedPerformance& sp = *p.SpeedPerformance;
   const clsVXUnits& units = *p.Units;
-  if (cols.empty() && !EqualsNoCase(o.format, "table")) cols = ResultColumns(propulsion);
+  if (cols.empty() && !EqualsNoCase(o.format, "table")) cols = PredictionColumns(propulsion);
 
   if (EqualsNoCase(o.format, "json")) {
     std::cout << "{\"mode\": " << JsonString(propulsion ? "propulsion" : "resistance")

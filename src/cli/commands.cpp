@@ -122,9 +122,12 @@ void Fail(int code, const std::string& message) {
 
 void RegisterCommands(CLI::App& app) {
   RegisterCalcCommands(app);
+  RegisterBatchCommands(app);
   RegisterFileCommands(app);
+  RegisterGraphCommands(app);
   RegisterSizingCommands(app);
   RegisterValidationCommands(app);
+  RegisterReportCommands(app);
   app.add_subcommand("units", "List the unit families with their units, factors and default formats")
       ->callback(RunUnits);
 

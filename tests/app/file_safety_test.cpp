@@ -23,16 +23,11 @@ namespace velmar {
 namespace {
 
 using testing::ReadBytes;
+using testing::Replaced;
 using testing::TempDir;
 using testing::WriteBytes;
 
 std::string Example() { return ReadBytes(testing::ExamplePath("cargo_ship_si.vxvl")); }
-
-std::string Replaced(std::string text, const std::string& from, const std::string& to) {
-  const size_t at = text.find(from);
-  EXPECT_NE(at, std::string::npos) << from;
-  return at == std::string::npos ? text : text.replace(at, from.size(), to);
-}
 
 mode_t ModeOf(const std::filesystem::path& p) {
   struct stat st {};

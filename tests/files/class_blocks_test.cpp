@@ -11,13 +11,7 @@ namespace {
 
 using namespace velmar::testing;
 
-class ClassBlocksTest : public ::testing::Test {
- protected:
-  void SetUp() override { FreshProject(); }
-  void TearDown() override { SetProjectFileClock(nullptr); }
-  ModelSet& s() { return App().primary; }
-  TempDir dir;
-};
+using ClassBlocksTest = ProjectTest;
 
 // Reads the blocks of the classes with repairs or lists of their own; the file's error lines.
 std::string ReadBlocks(ModelSet& s, const std::string& text) {

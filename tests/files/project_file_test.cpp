@@ -13,18 +13,8 @@ namespace {
 
 using namespace velmar::testing;
 
-class ProjectFileTest : public ::testing::Test {
+class ProjectFileTest : public ProjectTest {
  protected:
-  void SetUp() override { FreshProject(); }
-  void TearDown() override {
-    SetProjectFileClock(nullptr);
-    App().TemplateEnabled = false;
-    App().TemplateFile.clear();
-    App().LoadTemplateFile = nullptr;
-  }
-  ModelSet& s() { return App().primary; }
-  HeadlessHooks& hooks() { return DefaultHeadlessHooks(); }
-
   // The tree of a file on disk, written back after `edit` (if any) changed it.
   static JsonObject Tree(const fs::path& path, const std::function<void(const JsonObject&)>& edit = nullptr) {
     clsVXFileJSON file;
@@ -45,8 +35,6 @@ class ProjectFileTest : public ::testing::Test {
   static double Cell(const ModelSet& m, int row, const char* tag) {
     return m.SpeedPerformance->Raw(row, clsVXSpeedPerformance::ColumnIndex(tag));
   }
-
-  TempDir dir;
 };
 
 // Every field written is read back: opened in a fresh project and saved over itself, the file

@@ -22,6 +22,22 @@ inline void FreshProject() {
   SetProjectFileClock(&FixedClock);
 }
 
+// A fresh project with the fixed clock for each test, a folder for its files, and the
+// project-wide settings a test may change put back afterwards.
+class ProjectTest : public ::testing::Test {
+ protected:
+  void SetUp() override { FreshProject(); }
+  void TearDown() override {
+    SetProjectFileClock(nullptr);
+    App().TemplateEnabled = false;
+    App().TemplateFile.clear();
+    App().LoadTemplateFile = nullptr;
+  }
+  static ModelSet& s() { return App().primary; }
+  static HeadlessHooks& hooks() { return DefaultHeadlessHooks(); }
+  TempDir dir;
+};
+
 // Distinct values for every field: label indices within the keys, small counts, numbers of
 // few digits (so that the 6-digit rounding of some blocks keeps them), and texts with the
 // characters the writer escapes.

@@ -67,15 +67,13 @@ TEST(TaskList, FixedTableOfThirtyTasks) {
   EXPECT_EQ(list.TaskCount(), 0);
 }
 
+// A bar in the notes stays in the notes; a short row leaves the missing cells empty.
 TEST(TaskList, RowText) {
-  const TaskRecord back = TaskFromRowText(TaskRowText({"Done", "Calc", "10. Run", "Notes with | bar", 0}));
-  EXPECT_EQ(back.Status, "Done");
-  EXPECT_EQ(back.Type, "Calc");
-  EXPECT_EQ(back.Task, "10. Run");
-  EXPECT_EQ(back.Notes, "Notes with | bar");
+  const TaskRecord back = TaskFromRowText("Done|Calc|10. Run|Notes with | bar");
+  EXPECT_EQ(back.Task + "/" + back.Notes, "10. Run/Notes with | bar");
+  EXPECT_EQ(TaskRowText(back), "Done|Calc|10. Run|Notes with | bar");
   const TaskRecord shortRow = TaskFromRowText("ToDo|File");
-  EXPECT_EQ(shortRow.Type, "File");
-  EXPECT_EQ(shortRow.Task, "");
+  EXPECT_EQ(shortRow.Type + "/" + shortRow.Task, "File/");
 }
 
 }  // namespace
