@@ -9,6 +9,7 @@
 
 #include "app/file_commands.h"
 #include "cli/commands.h"
+#include "cli/result_output.h"
 #include "core/format.h"
 #include "core/helpers.h"
 #include "files/project_file.h"
@@ -17,22 +18,7 @@
 namespace velmar::cli {
 namespace {
 
-std::string Json(std::string_view s) {
-  std::string out = "\"";
-  for (char c : s) {
-    if (c == '"' || c == '\\') {
-      out += '\\';
-      out += c;
-    } else if (static_cast<unsigned char>(c) < 0x20) {
-      char buf[8];
-      std::snprintf(buf, sizeof buf, "\\u%04x", c);
-      out += buf;
-    } else {
-      out += c;
-    }
-  }
-  return out + "\"";
-}
+std::string Json(std::string_view s) { return JsonString(s); }
 
 std::string Number(double v) {
   char buf[40];

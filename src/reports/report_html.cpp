@@ -2,33 +2,13 @@
 #include <sstream>
 
 #include "reports/report_writers.h"
+#include "reports/svg_surface.h"
 
 namespace velmar {
 namespace {
 
-std::string Escape(std::string_view s) {
-  std::string out;
-  out.reserve(s.size());
-  for (char c : s) {
-    switch (c) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '>':
-        out += "&gt;";
-        break;
-      case '"':
-        out += "&quot;";
-        break;
-      default:
-        out += c;
-    }
-  }
-  return out;
-}
+// The document's texts escaped as the SVG back end escapes them.
+std::string Escape(std::string_view s) { return XmlEscape(s); }
 
 // Element and class of a cell by its style.
 struct CellTag {
