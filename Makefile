@@ -31,7 +31,7 @@ test: build
 test-asan: setup
 	cmake -S . -B $(BUILD_ASAN) -DCMAKE_BUILD_TYPE=Debug -DVELMAR_SANITIZE=ON
 	cmake --build $(BUILD_ASAN) -j $(JOBS)
-	ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ctest --test-dir $(BUILD_ASAN) --output-on-failure -j $(JOBS)
+	ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 LSAN_OPTIONS=suppressions=$(abspath tests/lsan.supp) ctest --test-dir $(BUILD_ASAN) --output-on-failure -j $(JOBS)
 
 # The engine under ThreadSanitizer: the tests that calculate projects in parallel threads
 # (one project per thread) must show no data race.
