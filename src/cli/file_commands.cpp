@@ -338,6 +338,11 @@ bool OpenInput(const std::string& path, OpenResult& result) {
     const std::string why = OneLine(result.message);
     return Refuse(why.empty() ? Quoted(path) + " is not a Velmar project" : why);
   }
+  if (!result.unknownLabels.empty()) {
+    std::string text = result.unknownLabels;
+    std::erase(text, '\r');
+    std::cerr << "warning: " << text << "\n";
+  }
   // As the Open command does: the project is the file it was opened from.
   SetProjectNamesFromPath(path);
   return true;

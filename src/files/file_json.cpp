@@ -939,7 +939,11 @@ std::int16_t clsVXFileJSON::GetIndexFromBlockTag(const JsonObject& block, std::s
                                                  std::string_view altTag,
                                                  std::span<const std::string> altLabels) {
   if (const JsonValue* v = Lookup(block, tag)) {
-    return static_cast<std::int16_t>(std::max(0, LabelIndex(TextOf(*v, tag, kMarkIndex), labels, false)));
+    const std::string text = TextOf(*v, tag, kMarkIndex);
+    const int index = LabelIndex(text, labels, false);
+    if (index < 0 && !labels.empty())
+      unknownLabels_.push_back(group_ + " \"" + std::string(tag) + "\": \"" + text + "\"");
+    return static_cast<std::int16_t>(std::max(0, index));
   }
   std::int16_t result = defaultIndex == -1 ? std::int16_t{0} : defaultIndex;
   std::string line = MissingLine(tag, kMarkIndex);

@@ -52,6 +52,10 @@ class clsVXFileJSON {
   void ClearParserErrors() { errors_.clear(); }
   // Appends a line to the error text (a CR LF goes before it if the text isn't empty).
   void AddError(std::string_view message);
+  // Choices whose stored label this version doesn't know (a method added by a newer version,
+  // a mistyped label): one line `group "tag": "label"` each. They read as the first choice of
+  // their list and add no parser error line; the open command warns with these lines.
+  const std::vector<std::string>& UnknownLabels() const { return unknownLabels_; }
   // While set, missing tags add no error lines (nor count dialogs).
   void HideError(bool hide) { hideErrors_ = hide; }
   bool HideError() const { return hideErrors_; }
@@ -151,6 +155,7 @@ class clsVXFileJSON {
   bool hideErrors_ = false;
   std::string group_;
   std::string errors_;
+  std::vector<std::string> unknownLabels_;
 };
 
 }  // namespace velmar

@@ -158,6 +158,15 @@ OpenResult OpenProjectFile(const std::filesystem::path& path) {
                   result.warningText, -1.0);
     }
   }
+  if (!file.UnknownLabels().empty()) {
+    // A method added by a newer version (or a mistyped label) must not pass unseen: the project
+    // opens, the choice reads as the first of its list, and the user is told which ones.
+    result.unknownLabels =
+        "The file names a method or choice this version does not know. Each one reads as the first "
+        "entry of its list; check them before you calculate:";
+    for (const std::string& line : file.UnknownLabels()) result.unknownLabels += "\r\n    " + line;
+    Hooks().ShowMessage("File read warning", result.unknownLabels, 0);
+  }
   ApplyProjectVersionRules();
   Hooks().RefreshResults();
   return result;

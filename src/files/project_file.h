@@ -83,6 +83,7 @@ struct OpenResult {
   bool current = true;      // false: some block reported a missing or unknown tag
   std::string message;      // why it did not open, in the product's words
   std::string warningText;  // the "Project file specification warning" detail, when not current
+  std::string unknownLabels;  // the "File read warning" text: choices this version doesn't know
 };
 
 // Opens a project into App().primary (the caller has run NewProject). Never throws; a file

@@ -14,27 +14,29 @@ struct EARRange {
   double lo = 0.0, hi = 0.0;
 };
 
-// One row per series, in index order: label, file key and data-set limits.
+// One row per series, in index order: label, file key, data-set limits, and the note the
+// report gives with the series (the status of its coefficients), if any.
 struct SeriesRow {
   const char* label;
   const char* key;
   std::array<EARRange, 3> ear;
   double pdMin, pdMax, jMin, jMax, jZeroFactor;
+  const char* note;
 };
 
 // clang-format off
 constexpr SeriesRow kSeries[] = {
-    {"B Series",        "BSeries",        {{{0, 0.30, 1.05}}},                           0.5,   1.4,   0.05, 1.5, 1.0},
-    {"Gawn AEW",        "GawnAEW",        {{{0, 0.50, 1.10}}},                           0.6,   1.6,   0.05, 2.0, 1.0},
-    {"Gawn KCA",        "GawnKCA",        {{{0, 0.50, 1.10}}},                           0.8,   1.8,   0.30, 1.9, 1.0},
-    {"Kaplan 19A",      "Kaplan19A",      {{{3, 0.65, 0.65}, {5, 0.65, 0.95}, {0, 0.55, 0.70}}}, 0.5, 1.4, 0.05, 1.5, 0.75},
-    {"Kaplan 19A KC",   "Kaplan19AKC",    {{{3, 0.50, 0.80}, {0, 0.55, 1.00}}},          0.6,   1.5,   0.05, 1.5, 0.75},
-    {"Kaplan 33",       "Kaplan33",       {{{0, 1.00, 1.00}}},                           0.5,   1.4,   0.05, 1.5, 0.75},
-    {"Kaplan 37",       "Kaplan37",       {{{0, 0.70, 0.70}}},                           0.5,   1.4,   0.05, 1.5, 0.75},
-    {"Kaplan 37 KC",    "Kaplan37KC",     {{{3, 0.50, 0.80}, {0, 0.55, 1.00}}},          0.6,   1.5,   0.05, 1.5, 0.75},
-    {"SP Series",       "SPSeries",       {{{0, 0.80, 0.80}}},                           0.9,   1.6,   0.5,  1.6, 1.15},
-    {"Cycloidal",       "Cycloidal",      {{{0, 1.06, 1.06}}},                           1.571, 2.827, 0.05, 3.0, 0.8},
-    {"Kaplan Cylinder", "KaplanCylinder", {{{0, 0.50, 0.75}}},                           0.6,   1.4,   0.01, 0.02, 1.0},
+    {"B Series",        "BSeries",        {{{0, 0.30, 1.05}}},                           0.5,   1.4,   0.05, 1.5, 1.0, nullptr},
+    {"Gawn AEW",        "GawnAEW",        {{{0, 0.50, 1.10}}},                           0.6,   1.6,   0.05, 2.0, 1.0, nullptr},
+    {"Gawn KCA",        "GawnKCA",        {{{0, 0.50, 1.10}}},                           0.8,   1.8,   0.30, 1.9, 1.0, "Coefficients from a single source, unconfirmed."},
+    {"Kaplan 19A",      "Kaplan19A",      {{{3, 0.65, 0.65}, {5, 0.65, 0.95}, {0, 0.55, 0.70}}}, 0.5, 1.4, 0.05, 1.5, 0.75, nullptr},
+    {"Kaplan 19A KC",   "Kaplan19AKC",    {{{3, 0.50, 0.80}, {0, 0.55, 1.00}}},          0.6,   1.5,   0.05, 1.5, 0.75, nullptr},
+    {"Kaplan 33",       "Kaplan33",       {{{0, 1.00, 1.00}}},                           0.5,   1.4,   0.05, 1.5, 0.75, nullptr},
+    {"Kaplan 37",       "Kaplan37",       {{{0, 0.70, 0.70}}},                           0.5,   1.4,   0.05, 1.5, 0.75, nullptr},
+    {"Kaplan 37 KC",    "Kaplan37KC",     {{{3, 0.50, 0.80}, {0, 0.55, 1.00}}},          0.6,   1.5,   0.05, 1.5, 0.75, nullptr},
+    {"SP Series",       "SPSeries",       {{{0, 0.80, 0.80}}},                           0.9,   1.6,   0.5,  1.6, 1.15, nullptr},
+    {"Cycloidal",       "Cycloidal",      {{{0, 1.06, 1.06}}},                           1.571, 2.827, 0.05, 3.0, 0.8, nullptr},
+    {"Kaplan Cylinder", "KaplanCylinder", {{{0, 0.50, 0.75}}},                           0.6,   1.4,   0.01, 0.02, 1.0, nullptr},
 };
 // clang-format on
 
@@ -65,6 +67,11 @@ const FieldDesc kPropellerSeriesFields[] = {
 #include "propulsion/propeller_series_fields.def"
 };
 }  // namespace
+
+const char* PropellerSeriesNote(int series) {
+  if (series < 0 || series >= static_cast<int>(std::size(kSeries))) return nullptr;
+  return kSeries[series].note;
+}
 
 std::optional<PropellerSeriesLimits> GetPropellerSeriesLimits(int series, int bladeCount) {
   if (series < 0 || series >= static_cast<int>(std::size(kSeries))) return std::nullopt;

@@ -24,6 +24,8 @@ struct PropellerSeriesLimits {
   double JZeroFactor = 0.0;
 };
 
+// What the user is told about the coefficients of `series` (a single source, say), or nullptr.
+const char* PropellerSeriesNote(int series);
 // Limits of `series` (an index of kPropellerSeriesLabels) for a propeller of `bladeCount`
 // blades; none for an unknown series. The EAR range of some Kaplan series depends on the
 // blade count; any count without its own range takes the series' general one.

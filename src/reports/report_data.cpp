@@ -199,6 +199,7 @@ void ReportPropulsorData(ReportContext& rc) {
     AddHeadingRow(doc, "Propeller options");
     for (const FieldDesc& d : s.PropellerSeries->Fields())
       if (*d.label) AddFieldRow(doc, *s.PropellerSeries, d.name);
+    if (const char* note = PropellerSeriesNote(s.PropellerSeries->Series())) doc.AddLabelValue("Note:", note);
   }
   AddHeadingRow(doc, "Design condition");
   const clsVXSpeedPerformance& sp = *s.SpeedPerformance;

@@ -89,6 +89,25 @@ TEST_F(ProjectFileTest, AMissingBlockGivesOneLineAndOneQuestion) {
   EXPECT_EQ(s().Project->ProjectID, "PB-7|x");  // the file stays loaded
 }
 
+// A method this version doesn't know (written by a newer one, or mistyped) opens as the first
+// of its list with one warning naming each such choice; the file still counts as current.
+TEST_F(ProjectFileTest, AnUnknownMethodOpensWithOneWarning) {
+  const fs::path path = SavedProject("newer.vxvl");
+  Tree(path, [](const JsonObject& root) {
+    const JsonObject resistance = root->item("Resistance").Object();
+    resistance->item("WindDragMethod", JsonValue(std::string("Hughes 2030")));
+    resistance->item("HullDragMethod", JsonValue(std::string("holtrop")));  // any case
+  });
+  FreshProject();
+  const OpenResult r = OpenProjectFile(path);
+  ASSERT_TRUE(r.opened && r.current) << r.warningText;
+  EXPECT_EQ(s().Resistance->WindDragMethod(), 0);
+  EXPECT_NE(r.unknownLabels.find("Resistance \"WindDragMethod\": \"Hughes 2030\""), std::string::npos);
+  EXPECT_EQ(r.unknownLabels.find("HullDragMethod"), std::string::npos);
+  ASSERT_EQ(hooks().messages.size(), 1u);
+  EXPECT_EQ(hooks().messages[0].text, r.unknownLabels);
+}
+
 TEST_F(ProjectFileTest, FilesThatAreNoProjectLeaveTheNewProject) {
   fs::create_directories(dir / "folder.vxvl");
   WriteBytes(dir / "other.vxvl", "{\"Settings\": {\"Colour\": \"red\"}}");

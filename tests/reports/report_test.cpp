@@ -16,6 +16,7 @@
 #include "core/units.h"
 #include "files/project_file.h"
 #include "propulsion/propeller.h"
+#include "propulsion/propeller_series.h"
 #include "vessel/hull.h"
 
 namespace velmar {
@@ -170,6 +171,15 @@ TEST_F(CargoShipReport, DataRowsComeFromTheFieldTables) {
   for (const char* h : {"General", "Planing", "Propeller diameter", "Rudder", "Skeg/Keel", "Wind", "Seas",
                         "Shallow/channel", "Propulsor", "Engine/gear", "Design condition"})
     EXPECT_NE(std::find(headings.begin(), headings.end(), h), headings.end()) << h;
+
+  // A propeller series whose coefficients have one source only says so under the series.
+  clsVXPropellerSeries& series = *App().primary.PropellerSeries;
+  series.SetRaw(series.FieldIndex("Series"), 2);  // Gawn KCA
+  std::string note;
+  for (const ReportBlock& b : Build(ReportKind::Data).blocks)
+    for (const ReportRow& r : b.rows)
+      if (r.cells.size() == 2 && r.cells[0].text == "Note:") note = r.cells[1].text;
+  EXPECT_EQ(note, "Coefficients from a single source, unconfirmed.");
 }
 
 }  // namespace
