@@ -10,6 +10,7 @@
 #include "core/diagnostics.h"
 #include "core/ui_hooks.h"
 #include "files/block_io.h"
+#include "files/legacy_files.h"
 
 namespace velmar {
 
@@ -262,8 +263,13 @@ bool LoadReferenceShipData(const std::filesystem::path& path, ModelSet& target) 
   std::ranges::transform(ext, ext.begin(),
                          [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
   clsVXFileJSON file;
-  // A legacy project (*.vl5) has no reader in this engine; it fails like a damaged file.
-  if (ext == ".vl5" || !LoadDocument(file, path).empty()) {
+  // A legacy project (*.vl5) gives its results alone: units, water, speeds and results.
+  if (ext == ".vl5") {
+    if (ImportLegacyFile(path, target, LegacyFileKind::Results).ok) return true;
+    Hooks().ShowMessage("Set reference ship", "Error in Reference ship file.", 0);
+    return false;
+  }
+  if (!LoadDocument(file, path).empty()) {
     Hooks().ShowMessage("Set reference ship", "Error in Reference ship file.", 0);
     return false;
   }
@@ -339,8 +345,16 @@ bool WriteTaskFile(const std::filesystem::path& path, const clsVXTaskList& tasks
   return false;
 }
 
+// Read into a cleared copy, so that no record of the waterjet held before survives beside
+// the file's, and a file that cannot be read leaves the waterjet as it was; the tables are
+// then sorted as the waterjet keeps them.
 bool ReadWaterjetFile(const std::filesystem::path& path, clsVXWaterjet& waterjet) {
-  return ReadSideFile(path, "Waterjet", waterjet) != 0;
+  const std::shared_ptr<clsVXWaterjet> read = waterjet.CopyClass();
+  read->ClearAllData();
+  if (ReadSideFile(path, "Waterjet", *read) == 0) return false;
+  read->Sort();
+  waterjet = *read;
+  return true;
 }
 
 bool WriteWaterjetFile(const std::filesystem::path& path, const clsVXWaterjet& waterjet) {

@@ -2,6 +2,7 @@
 // removal of records.
 #include "propulsion/waterjet.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -192,6 +193,35 @@ bool clsVXWaterjet::RemovePowerSeries(int index) {
   if (index < 0 || index >= count) return false;
   RemoveAt(series_, count, index);
   PowerSeriesCount(count - 1);
+  return true;
+}
+
+clsVXWaterjet::AddResult clsVXWaterjet::AddPerformancePoint(double power, double speed, double thrust,
+                                                            int cavZoneStatus) {
+  const int count = std::clamp(PowerSeriesCount(), 0, kWaterjetMaxPowerSeries);
+  int s = 0;
+  while (s < count && series_.at(static_cast<size_t>(s)).Power != power) ++s;
+  if (s == count) {
+    if (count == kWaterjetMaxPowerSeries) return AddResult::SeriesFull;
+    series_.at(static_cast<size_t>(s)) = PowerSeriesRecord{};
+    series_.at(static_cast<size_t>(s)).Power = power;
+    PowerSeriesCount(count + 1);
+  }
+  PowerSeriesRecord& r = series_.at(static_cast<size_t>(s));
+  const int p = std::clamp(r.PerformanceCount, 0, kWaterjetMaxPoints);
+  if (p == kWaterjetMaxPoints) return AddResult::PointsFull;
+  r.points[static_cast<size_t>(PointList::Speed)].at(static_cast<size_t>(p)) = speed;
+  r.points[static_cast<size_t>(PointList::Thrust)].at(static_cast<size_t>(p)) = thrust;
+  r.CavZoneStatus.at(static_cast<size_t>(p)) = cavZoneStatus;
+  r.PerformanceCount = p + 1;
+  return AddResult::Added;
+}
+
+bool clsVXWaterjet::AddImpeller(ImpellerRecord record) {
+  const int count = std::clamp(ImpellerCount(), 0, kWaterjetMaxImpellers);
+  if (count == kWaterjetMaxImpellers) return false;
+  impellers_.at(static_cast<size_t>(count)) = std::move(record);
+  ImpellerCount(count + 1);
   return true;
 }
 

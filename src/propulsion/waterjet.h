@@ -146,6 +146,14 @@ class clsVXWaterjet : public DataClass {
   bool RemoveImpeller(int index);
   bool RemovePowerSeries(int index);
 
+  // Import of a maker's table one point at a time (values as stored): the point joins the
+  // power series of its power, or starts a new series after the held ones. What the fixed
+  // tables cannot take is not added, and the result says which limit stopped it.
+  enum class AddResult { Added, SeriesFull, PointsFull };
+  AddResult AddPerformancePoint(double power, double speed, double thrust, int cavZoneStatus);
+  // Adds an impeller after the held ones; false, with nothing changed, when 10 are held.
+  bool AddImpeller(ImpellerRecord record);
+
  private:
   std::array<ImpellerRecord, kWaterjetMaxImpellers> impellers_{};
   std::array<PowerSeriesRecord, kWaterjetMaxPowerSeries> series_{};
