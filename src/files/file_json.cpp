@@ -46,6 +46,14 @@ bool IsBlank(char32_t c) { return c == '\r' || c == '\n' || c == '\t' || c == ' 
 
 char32_t AsciiLower(char32_t c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; }
 
+// Keys and texts are mostly ASCII, which is one byte in UTF-8 as well.
+void Append(std::string& out, char32_t c) {
+  if (c < 0x80)
+    out += static_cast<char>(c);
+  else
+    AppendUtf8(out, c);
+}
+
 void AppendHex4(std::string& out, unsigned unit) {
   static constexpr char kHex[] = "0123456789ABCDEF";
   out += "\\u";
@@ -286,7 +294,7 @@ class clsVXFileJSON::Parser {
           Line("Invalid Key at position " + Position() + " : " + key);
           valid = false;
         }
-        if (!IsBlank(c)) AppendUtf8(key, c);
+        if (!IsBlank(c)) Append(key, c);
         ++pos_;
       }
     }
@@ -374,8 +382,8 @@ class clsVXFileJSON::Parser {
   JsonValue ParseNumber() {
     const size_t start = pos_;
     std::string text;
-    while (!AtEnd() &&
-           std::u32string_view(U"+-0123456789.eE").find(doc_[pos_]) != std::u32string_view::npos) {
+    while (!AtEnd() && (IsDigit(doc_[pos_]) || doc_[pos_] == '+' || doc_[pos_] == '-' || doc_[pos_] == '.' ||
+                        doc_[pos_] == 'e' || doc_[pos_] == 'E')) {
       text += static_cast<char>(doc_[pos_++]);
     }
     if (AtEnd()) return {};
@@ -418,7 +426,7 @@ class clsVXFileJSON::Parser {
         return out;
       }
       if (c != '\\') {
-        AppendUtf8(out, c);
+        Append(out, c);
         ++pos_;
         continue;
       }
@@ -603,11 +611,22 @@ void clsVXFileJSON::ReadFile(const std::filesystem::path& path) {
     if (!std::filesystem::is_regular_file(path, ec)) return;
     std::ifstream in(path, std::ios::binary);
     if (!in) return;
-    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    // The file in one read (a regular file has its size), not byte by byte through the stream.
+    std::string bytes;
+    in.seekg(0, std::ios::end);
+    const std::streamoff size = in.tellg();
+    in.seekg(0, std::ios::beg);
+    if (size > 0) {
+      bytes.resize(static_cast<size_t>(size));
+      in.read(bytes.data(), size);
+      bytes.resize(static_cast<size_t>(in.gcount()));
+    }
     if (bytes.empty()) return;
     std::u32string doc(bytes.size(), U'\0');
-    std::transform(bytes.begin(), bytes.end(), doc.begin(),
-                   [](char b) { return Cp1252CodePoint(static_cast<unsigned char>(b)); });
+    std::transform(bytes.begin(), bytes.end(), doc.begin(), [](char b) {
+      const auto u = static_cast<unsigned char>(b);
+      return u < 0x80 ? char32_t{u} : Cp1252CodePoint(u);
+    });
     Parser(std::move(doc), errors_).Run(parsed_);
   } catch (const std::bad_alloc&) {
     AddError("Out of memory");

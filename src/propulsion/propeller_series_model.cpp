@@ -174,31 +174,57 @@ struct BladeSum {
 
 }  // namespace
 
+void ReadSeriesModelInputs(SeriesModelInputs& in, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
+                           clsVXPropeller& propeller, clsVXPropellerSeries& series) {
+  in.rho = water.Density(kSlugPerFt3);
+  in.nu = water.Viscosity(kFt2PerSec);
+  in.calcType = propulsion.PropulsorCalcType();
+  in.theta = propulsion.AngleShaftDeg();
+  in.beta = propulsion.AngleRiseOfRunDeg();
+  in.Z = propeller.BladeCount();
+  in.type = propeller.PropellerType();
+  in.cup = propeller.CupDrop(kFt);
+  in.H = propeller.HubImmersion(kFt);
+  in.tc = propeller.TCRatio07R();
+  in.roughnessMM = propeller.BladeRoughnessMM();
+  in.seriesId = series.Series();
+  in.oblique = series.ObliqueAngleCorrEnabled();
+  in.scaleCorrection = series.ScaleCorrection();
+  in.breakdown = series.CavBreakdownEnabled();
+  in.ktMult = series.KTMultiplier();
+  in.kqMult = series.KQMultiplier();
+  in.LD = series.NozzleLengthDiameterRatio();
+  in.read = true;
+}
+
 int CalcPropellerSeriesAxial(double& KT, double& KQ, clsVXWaterProperties& water, clsVXPropeller& propeller,
                              clsVXPropellerSeries& series, int calcType, double n, double Va, double D,
                              double EAR, int cupFlag, double pitch, double& sigma, double& sigmaV,
                              double& tau, DerivativeArray* ktArray, DerivativeArray* kqArray, double J,
-                             double PD) {
+                             double PD, const SeriesModelInputs* in) {
   SetCalcLocation("propeller series axial performance calculation");
   return Guarded([&]() -> int {
     // 1. A waterjet has no open-water coefficients; nothing is computed.
     if (calcType == kWaterjet) return 1;
 
     // 2. Water and propeller; a D, EAR or pitch of 0 is the propeller's own.
-    const double rho = water.Density(kSlugPerFt3), nu = water.Viscosity(kFt2PerSec);
-    const int Z = propeller.BladeCount();
-    const double cup = propeller.CupDrop(kFt), H = propeller.HubImmersion(kFt);
-    const double tc = propeller.TCRatio07R(), roughnessMM = propeller.BladeRoughnessMM();
+    const double rho = in ? in->rho : water.Density(kSlugPerFt3),
+                 nu = in ? in->nu : water.Viscosity(kFt2PerSec);
+    const int Z = in ? in->Z : propeller.BladeCount();
+    const double cup = in ? in->cup : propeller.CupDrop(kFt), H = in ? in->H : propeller.HubImmersion(kFt);
+    const double tc = in ? in->tc : propeller.TCRatio07R();
+    const double roughnessMM = in ? in->roughnessMM : propeller.BladeRoughnessMM();
     if (D == 0.0) D = propeller.Diameter(kFt);
     if (EAR == 0.0) EAR = propeller.ExpAreaRatio();
     if (pitch == 0.0) pitch = propeller.PitchMean(kFt);
     if (PassErrors(water) || PassErrors(propeller)) return 0;
 
     // 3. Series settings.
-    const int seriesId = series.Series(), scaleCorrection = series.ScaleCorrection();
-    const int breakdown = series.CavBreakdownEnabled();
-    double ktMult = series.KTMultiplier(), kqMult = series.KQMultiplier();
-    double LD = series.NozzleLengthDiameterRatio();
+    const int seriesId = in ? in->seriesId : series.Series();
+    const int scaleCorrection = in ? in->scaleCorrection : series.ScaleCorrection();
+    const int breakdown = in ? in->breakdown : series.CavBreakdownEnabled();
+    double ktMult = in ? in->ktMult : series.KTMultiplier(), kqMult = in ? in->kqMult : series.KQMultiplier();
+    double LD = in ? in->LD : series.NozzleLengthDiameterRatio();
 
     // 4. Operating point. The advance speed is never 0, so that J and the cavitation number
     // on Va stay finite.
@@ -210,7 +236,7 @@ int CalcPropellerSeriesAxial(double& KT, double& KQ, clsVXWaterProperties& water
     // 5. Multipliers, the share of one row of a contra-rotating pair, the nozzle's L/D.
     if (!(ktMult > 0.0)) ktMult = 1.0;
     if (!(kqMult > 0.0)) kqMult = 1.0;
-    const int type = propeller.PropellerType();
+    const int type = in ? in->type : propeller.PropellerType();
     const double F = type == kCRP ? 0.85 : 1.0;
     LD = std::clamp(LD, 0.5, 1.0);
 
@@ -281,7 +307,7 @@ int CalcPropellerSeriesPerformance(double& KT, double& KQ, clsVXWaterProperties&
                                    clsVXPropellerSeries& series, double n, double Va, double D, double EAR,
                                    int cupFlag, double pitch, DerivativeArray* ktArray,
                                    DerivativeArray* kqArray, double& sigmaAvg, double& tauAvg,
-                                   double& sigmaPeak, double& tauPeak) {
+                                   double& sigmaPeak, double& tauPeak, const SeriesModelInputs* in) {
   SetCalcLocation("propeller series performance calculation");
   return Guarded([&]() -> int {
     // 1.
@@ -289,19 +315,21 @@ int CalcPropellerSeriesPerformance(double& KT, double& KQ, clsVXWaterProperties&
     if (!(n > 0.0)) return Fail("Propulsor RPM");
 
     // 2.
-    const double rho = water.Density(kSlugPerFt3);
-    const int calcType = propulsion.PropulsorCalcType();
-    double theta = propulsion.AngleShaftDeg(), beta = propulsion.AngleRiseOfRunDeg();
-    const int Z = propeller.BladeCount();
-    const double H = propeller.HubImmersion(kFt);
-    const int seriesId = series.Series(), oblique = series.ObliqueAngleCorrEnabled();
+    const double rho = in ? in->rho : water.Density(kSlugPerFt3);
+    const int calcType = in ? in->calcType : propulsion.PropulsorCalcType();
+    double theta = in ? in->theta : propulsion.AngleShaftDeg();
+    double beta = in ? in->beta : propulsion.AngleRiseOfRunDeg();
+    const int Z = in ? in->Z : propeller.BladeCount();
+    const double H = in ? in->H : propeller.HubImmersion(kFt);
+    const int seriesId = in ? in->seriesId : series.Series();
+    const int oblique = in ? in->oblique : series.ObliqueAngleCorrEnabled();
     if (PassErrors(water) || PassErrors(propulsion) || PassErrors(propeller)) return 0;
     if (calcType == kWaterjet) return 1;
 
     double sigma = 0.0, sigmaV = 0.0, tau = 0.0;
     auto axial = [&](double& kt, double& kq, double nk, double v, DerivativeArray* a, DerivativeArray* b) {
       const int r = CalcPropellerSeriesAxial(kt, kq, water, propeller, series, calcType, nk, v, D, EAR,
-                                             cupFlag, pitch, sigma, sigmaV, tau, a, b);
+                                             cupFlag, pitch, sigma, sigmaV, tau, a, b, -1.0, -1.0, in);
       if (r == 0) AddCalcError("propeller series axial performance calculation");
       return r;
     };

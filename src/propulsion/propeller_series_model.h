@@ -14,6 +14,21 @@
 
 namespace velmar {
 
+// What the series model reads of the water, propulsion, propeller and series settings on every
+// evaluation (slug/ft3, ft2/s, degrees, ft), read once. A solver that evaluates the same
+// propeller many times at one speed reads them after its first successful evaluation and hands
+// them to the later ones, which then check the objects' error stacks as a fresh reading would.
+// The propeller's own D, EAR and pitch (taken when the caller gives 0) and the rudder location
+// of a contra-rotating pair are read where they are needed.
+struct SeriesModelInputs {
+  double rho = 0.0, nu = 0.0, theta = 0.0, beta = 0.0, cup = 0.0, H = 0.0, tc = 0.0, roughnessMM = 0.0;
+  double ktMult = 0.0, kqMult = 0.0, LD = 0.0;
+  int calcType = 0, Z = 0, type = 0, seriesId = 0, oblique = 0, scaleCorrection = 0, breakdown = 0;
+  bool read = false;
+};
+void ReadSeriesModelInputs(SeriesModelInputs& in, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
+                           clsVXPropeller& propeller, clsVXPropellerSeries& series);
+
 // Open-water KT and KQ in axial inflow. `calcType` is the PropulsorCalcType. A D, EAR or
 // pitch of 0 takes the propeller's own; J and PD of -1 are derived from Va, n, D and the pitch.
 // Also gives the cavitation number at 0.7 R, the one on the advance speed and Burrill's thrust
@@ -22,7 +37,7 @@ int CalcPropellerSeriesAxial(double& KT, double& KQ, clsVXWaterProperties& water
                              clsVXPropellerSeries& series, int calcType, double n, double Va, double D,
                              double EAR, int cupFlag, double pitch, double& sigma, double& sigmaV,
                              double& tau, DerivativeArray* ktArray, DerivativeArray* kqArray, double J = -1.0,
-                             double PD = -1.0);
+                             double PD = -1.0, const SeriesModelInputs* inputs = nullptr);
 
 // The series performance at shaft rate n and advance speed Va, with the oblique inflow of the
 // shaft angle and the added rise of run when the series settings ask for it; the mean and the
@@ -32,7 +47,8 @@ int CalcPropellerSeriesPerformance(double& KT, double& KQ, clsVXWaterProperties&
                                    clsVXPropellerSeries& series, double n, double Va, double D, double EAR,
                                    int cupFlag, double pitch, DerivativeArray* ktArray,
                                    DerivativeArray* kqArray, double& sigmaAvg, double& tauAvg,
-                                   double& sigmaPeak, double& tauPeak);
+                                   double& sigmaPeak, double& tauPeak,
+                                   const SeriesModelInputs* inputs = nullptr);
 
 // Thrust coefficient of the nozzle of a ducted series; 0 for open propellers.
 bool CalcNozzleKTN(double& KTN, clsVXPropeller& propeller, clsVXPropellerSeries& series, int calcType,

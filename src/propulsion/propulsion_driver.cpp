@@ -221,20 +221,20 @@ int CalcPropulsorKTKQ(double& KT, double& KQ, clsVXWaterProperties& water, clsVX
                       clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries, double revsPerSec,
                       double advanceSpeed, double diameter, double expAreaRatio, int cupFlag,
                       double meanPitch, double& sigmaAvg, double& tauAvg, double& sigmaPeak, double& tauPeak,
-                      DerivativeArray* ktArray, DerivativeArray* kqArray) {
+                      DerivativeArray* ktArray, DerivativeArray* kqArray, const SeriesModelInputs* inputs) {
   SetCalcLocation("Calculating propulsor KTKQ");
   if (propulsion.ErrorsFound()) {
     AddCalcErrors(propulsion.Errors());
     return 0;
   }
-  const int calcType = propulsion.PropulsorCalcType();
+  const int calcType = inputs ? inputs->calcType : propulsion.PropulsorCalcType();
   if (calcType == kWaterjetData) {
     AddCalcError("Not valid for waterjets.");
     return 0;
   }
   const int result = CalcPropellerSeriesPerformance(
       KT, KQ, water, propulsion, propeller, propellerSeries, revsPerSec, advanceSpeed, diameter, expAreaRatio,
-      cupFlag, meanPitch, ktArray, kqArray, sigmaAvg, tauAvg, sigmaPeak, tauPeak);
+      cupFlag, meanPitch, ktArray, kqArray, sigmaAvg, tauAvg, sigmaPeak, tauPeak, inputs);
   if (result == 0) {
     AddCalcError("propeller series KTKQ calculation");
     return 0;

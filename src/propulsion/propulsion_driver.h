@@ -17,6 +17,8 @@
 
 namespace velmar {
 
+struct SeriesModelInputs;  // propulsion/propeller_series_model.h
+
 // The Calculate command's entry in Propulsion mode: BuildPropulsionPrediction behind the
 // guard that turns a run-time fault into a failure. Returns true on success; failures leave
 // their chain of texts in the calculation error state.
@@ -70,7 +72,8 @@ int CalcPropulsorKTKQ(double& KT, double& KQ, clsVXWaterProperties& water, clsVX
                       clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries, double revsPerSec,
                       double advanceSpeed, double diameter, double expAreaRatio, int cupFlag,
                       double meanPitch, double& sigmaAvg, double& tauAvg, double& sigmaPeak, double& tauPeak,
-                      DerivativeArray* ktArray = nullptr, DerivativeArray* kqArray = nullptr);
+                      DerivativeArray* ktArray = nullptr, DerivativeArray* kqArray = nullptr,
+                      const SeriesModelInputs* inputs = nullptr);
 
 // The columns a propulsion run writes, in the order of the result tables; with the open
 // project's analysis type "Acceleration", its three columns at the end.

@@ -12,6 +12,7 @@
 #include "core/constants.h"
 #include "core/curve_fit.h"
 #include "core/diagnostics.h"
+#include "propulsion/propeller_series_model.h"
 #include "propulsion/propulsion_driver.h"
 #include "propulsion/sizing_solver.h"
 
@@ -27,7 +28,8 @@ constexpr int kMaxPasses = 50;
 class ThrustAt {
  public:
   ThrustAt(clsVXWaterProperties& water, clsVXPropulsion& propulsion, clsVXPropeller& propeller,
-           clsVXPropellerSeries& series, double rho, double va, double D, double EAR, double pitch)
+           clsVXPropellerSeries& series, double rho, double va, double D, double EAR, double pitch,
+           const SeriesModelInputs* inputs)
       : water_(water),
         propulsion_(propulsion),
         propeller_(propeller),
@@ -36,7 +38,8 @@ class ThrustAt {
         va_(va),
         D_(D),
         EAR_(EAR),
-        pitch_(pitch) {}
+        pitch_(pitch),
+        inputs_(inputs) {}
 
   bool operator()(double n, double& thrust) {
     for (const Known& k : known_)
@@ -46,7 +49,7 @@ class ThrustAt {
       }
     double KT = 0.0, KQ = 0.0, sa = 0.0, ta = 0.0, sp = 0.0, tp = 0.0;
     if (CalcPropulsorKTKQ(KT, KQ, water_, propulsion_, propeller_, series_, n, va_, D_, EAR_, 1, pitch_, sa,
-                          ta, sp, tp) == 0) {
+                          ta, sp, tp, nullptr, nullptr, inputs_->read ? inputs_ : nullptr) == 0) {
       AddCalcError("KTKQ calculation");
       return false;
     }
@@ -66,6 +69,7 @@ class ThrustAt {
   clsVXPropeller& propeller_;
   clsVXPropellerSeries& series_;
   double rho_, va_, D_, EAR_, pitch_;
+  const SeriesModelInputs* inputs_;
   std::array<Known, 4> known_{};
   size_t next_ = 0;
 };
@@ -204,7 +208,11 @@ int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& wate
 
   // 5. Fixed pitch.
   if (meanPitch == 0.0) meanPitch = pitchMean;
-  ThrustAt thrustAt(water, propulsion, propeller, propellerSeries, rho, advanceSpeed, D, EAR, meanPitch);
+  // The series model's inputs do not change while the rate is searched: they are read after
+  // the first evaluation that succeeds, and every later one takes them from there.
+  SeriesModelInputs inputs;
+  ThrustAt thrustAt(water, propulsion, propeller, propellerSeries, rho, advanceSpeed, D, EAR, meanPitch,
+                    &inputs);
 
   // 6. Start at the largest advance coefficient of the series, or at the one of zero thrust
   // when that is smaller.
@@ -221,10 +229,12 @@ int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& wate
     n = advanceSpeed / (J * D);
     double KT = 0.0, KQ = 0.0, sa = 0.0, ta = 0.0, sp = 0.0, tp = 0.0;
     if (CalcPropulsorKTKQ(KT, KQ, water, propulsion, propeller, propellerSeries, n, advanceSpeed, D, EAR, 1,
-                          meanPitch, sa, ta, sp, tp) == 0) {
+                          meanPitch, sa, ta, sp, tp, nullptr, nullptr,
+                          inputs.read ? &inputs : nullptr) == 0) {
       AddCalcError("KTKQ calculation");
       return kRPMFailed;
     }
+    if (!inputs.read) ReadSeriesModelInputs(inputs, water, propulsion, propeller, propellerSeries);
     if (KT >= 0.0 && KQ >= 0.0) break;
   }
   // 8. Direction of the bracket search, in steps of 0.1 rev/s (6 RPM).

@@ -1,6 +1,9 @@
 // Appendage drag by percentage and by the Holtrop component method.
 #include "resistance/appendage_drag.h"
 
+#include <iterator>
+#include <tuple>
+
 #include "core/constants.h"
 #include "core/diagnostics.h"
 #include "resistance/friction.h"
@@ -15,14 +18,18 @@ struct Flow {
   double cf, ca, q, v, rho;
 };
 
+using Kind = AppendageRun::Kind;
+
 // One kind of appendage of the component method. A kind with a form factor adds
-// (CF (1+k2) + CA) q S with S its total wetted surface in ft2; the others give their own drag.
+// (CF (1+k2) + CA) q S with S its total wetted surface in ft2; the others read their inputs
+// (readOwn) and give their own drag from them.
 struct Component {
   const char* name;
   bool (*present)(const clsVXAppendage&);
   double (*formFactor)(const clsVXAppendage&);
   double (*surfaceFt2)(const clsVXAppendage&);
-  double (*ownDrag)(const clsVXAppendage&, const Flow&);
+  void (*readOwn)(const clsVXAppendage&, Kind&) = nullptr;
+  double (*ownDrag)(const Kind&, const Flow&) = nullptr;
 };
 
 // The shaft count belongs to the hull, whose read check takes a count below 1 as missing and
@@ -66,16 +73,21 @@ const Component kComponents[] = {
      [](const clsVXAppendage& a) { return a.BilgeKeelWettedSurface(kFt2) * a.BilgeKeelCount(); }, nullptr},
     {"Tunnel thrusters", [](const clsVXAppendage& a) { return a.TunnelThrusterCount() > 0; }, nullptr,
      nullptr,
-     [](const clsVXAppendage& a, const Flow& f) {
-       return CalcTunnelThrusterDrag(f.v, f.rho, a.TunnelThrusterDiameter(kFt)) * a.TunnelThrusterCount();
-     }},
+     [](const clsVXAppendage& a, Kind& in) {
+       in.x = a.TunnelThrusterDiameter(kFt);
+       in.count = a.TunnelThrusterCount();
+     },
+     [](const Kind& in, const Flow& f) { return CalcTunnelThrusterDrag(f.v, f.rho, in.x) * in.count; }},
     {"Sonar domes", [](const clsVXAppendage& a) { return a.SonarDomeCount() > 0; },
      [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::SonarDome); },
      [](const clsVXAppendage& a) { return a.SonarDomeWettedSurface(kFt2) * a.SonarDomeCount(); }, nullptr},
     {"Miscellaneous", [](const clsVXAppendage& a) { return a.MiscAppendageCount() > 0; }, nullptr, nullptr,
-     [](const clsVXAppendage& a, const Flow& f) {
-       return f.q * a.MiscAppendageDragCoef() * a.MiscAppendageDragArea(kFt2) * a.MiscAppendageCount();
-     }},
+     [](const clsVXAppendage& a, Kind& in) {
+       in.x = a.MiscAppendageDragCoef();
+       in.y = a.MiscAppendageDragArea(kFt2);
+       in.count = a.MiscAppendageCount();
+     },
+     [](const Kind& in, const Flow& f) { return f.q * in.x * in.y * in.count; }},
 };
 
 bool AppendagePercentage(double& drag, clsVXAppendage& appendage, clsVXSpeedPerformance& sp, int row) {
@@ -91,8 +103,28 @@ bool AppendagePercentage(double& drag, clsVXAppendage& appendage, clsVXSpeedPerf
   return true;
 }
 
+static_assert(std::size(kComponents) == std::tuple_size_v<decltype(AppendageRun::kinds)>);
+
+// The kinds of appendage as they stand: present, form factor and surface, or own inputs.
+void ReadComponents(const clsVXAppendage& appendage, AppendageRun& run) {
+  for (size_t i = 0; i < std::size(kComponents); ++i) {
+    const Component& c = kComponents[i];
+    Kind& kind = run.kinds[i];
+    kind = Kind{};
+    kind.present = c.present(appendage);
+    if (!kind.present) continue;
+    if (c.readOwn) {
+      c.readOwn(appendage, kind);
+    } else {
+      kind.k = c.formFactor(appendage);
+      kind.S = c.surfaceFt2(appendage);
+    }
+  }
+  run.read = true;
+}
+
 bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXAppendage& appendage,
-                               clsVXSpeedPerformance& sp, int row) {
+                               clsVXSpeedPerformance& sp, int row, AppendageRun* run) {
   SetCalcLocation("Holtrop Form Factor appendage drag prediction");
   const double rho = water.Density(kSlugPerFt3);
   if (water.ErrorsFound()) {
@@ -107,11 +139,16 @@ bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXA
     return false;
   }
   const Flow flow{CalcFrictionITTC57(rn), ca, 0.5 * rho * v * v, v, rho};
+  // The appendages do not change within a run: a run reads them at its first row.
+  AppendageRun once;
+  AppendageRun& read = run ? *run : once;
+  if (!read.read) ReadComponents(appendage, read);
   double sum = 0.0;
-  for (const Component& c : kComponents) {
-    if (!c.present(appendage)) continue;
-    sum += c.ownDrag ? c.ownDrag(appendage, flow)
-                     : (flow.cf * c.formFactor(appendage) + flow.ca) * flow.q * c.surfaceFt2(appendage);
+  for (size_t i = 0; i < std::size(kComponents); ++i) {
+    const Kind& kind = read.kinds[i];
+    if (!kind.present) continue;
+    sum += kComponents[i].ownDrag ? kComponents[i].ownDrag(kind, flow)
+                                  : (flow.cf * kind.k + flow.ca) * flow.q * kind.S;
   }
   drag = sum;
   // Counts of 0 and missing sizes of absent appendages have pushed their words; they are no
@@ -124,7 +161,8 @@ bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXA
 
 bool CalcAppendageDrag(double& drag, clsVXWaterProperties& water, clsVXHull& /*hull*/,
                        clsVXAppendage& appendage, clsVXITTC78Expansion& /*ittc78*/,
-                       clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance, int row) {
+                       clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance, int row,
+                       AppendageRun* run) {
   // The location text names the wind drag, as the program always has.
   SetCalcLocation("wind drag prediction");
   drag = 0.0;
@@ -134,7 +172,7 @@ bool CalcAppendageDrag(double& drag, clsVXWaterProperties& water, clsVXHull& /*h
       case kAppendagePercentage:
         return CalcAppendagePercentage(drag, appendage, speedPerformance, row);
       case kAppendageHoltropComponent:
-        return CalcAppendageHoltropComponent(drag, water, appendage, speedPerformance, row);
+        return CalcAppendageHoltropComponent(drag, water, appendage, speedPerformance, row, run);
       default:
         // Only the ids, labels and parameter ranges of the other methods are part of the program.
         AddCalcError("Appendage drag method not available: " + resistance.AppendageDragMethodLabel(method));
@@ -149,8 +187,9 @@ bool CalcAppendagePercentage(double& drag, clsVXAppendage& appendage, clsVXSpeed
 }
 
 bool CalcAppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXAppendage& appendage,
-                                   clsVXSpeedPerformance& speedPerformance, int row) {
-  return RunGuarded([&] { return AppendageHoltropComponent(drag, water, appendage, speedPerformance, row); });
+                                   clsVXSpeedPerformance& speedPerformance, int row, AppendageRun* run) {
+  return RunGuarded(
+      [&] { return AppendageHoltropComponent(drag, water, appendage, speedPerformance, row, run); });
 }
 
 double CalcTunnelThrusterDrag(double speed, double density, double diameter) {

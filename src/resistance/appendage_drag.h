@@ -3,6 +3,8 @@
 // sums the viscous drag of each appendage with its own form factor.
 #pragma once
 
+#include <array>
+
 #include "core/speed_performance.h"
 #include "core/water.h"
 #include "resistance/ittc78.h"
@@ -15,18 +17,33 @@ namespace velmar {
 // AppendageDragMethod ids the program computes.
 enum AppendageDragMethodId : int { kAppendagePercentage = 0, kAppendageHoltropComponent = 5 };
 
+// The appendages of the component method as the first speed of a run read them (ft, ft2):
+// for each kind whether it is present, its form factor and total surface, or the inputs of
+// its own drag. The later speeds of the run reuse them.
+struct AppendageRun {
+  struct Kind {
+    bool present = false;
+    double k = 0.0, S = 0.0, x = 0.0, y = 0.0;
+    int count = 0;
+  };
+  bool read = false;
+  std::array<Kind, 11> kinds{};
+};
+
 // `drag`: the appendage drag of one hull in pounds force at row `row`. Returns true on
-// success; a failure leaves its text in the calculation error state.
+// success; a failure leaves its text in the calculation error state. `run`, when given,
+// keeps the appendages from one row of a run to the next.
 bool CalcAppendageDrag(double& drag, clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
                        clsVXITTC78Expansion& ittc78, clsVXResistance& resistance,
-                       clsVXSpeedPerformance& speedPerformance, int row);
+                       clsVXSpeedPerformance& speedPerformance, int row, AppendageRun* run = nullptr);
 // Appendage.PercentageHullDrag percent of the row's bare-hull drag of one hull.
 bool CalcAppendagePercentage(double& drag, clsVXAppendage& appendage, clsVXSpeedPerformance& speedPerformance,
                              int row);
 // Holtrop & Mennen (1982): sum of (CF (1+k2) + CA) q S over the appendages, with the tunnel
 // thrusters and the miscellaneous drag areas added by their own formulas.
 bool CalcAppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXAppendage& appendage,
-                                   clsVXSpeedPerformance& speedPerformance, int row);
+                                   clsVXSpeedPerformance& speedPerformance, int row,
+                                   AppendageRun* run = nullptr);
 // Drag of one bow thruster tunnel opening, Holtrop (1984): 0.5 rho V^2 (2 x 0.0075 Pi) d^2,
 // with rho in slug/ft3, V in ft/s and d in ft; pounds force.
 double CalcTunnelThrusterDrag(double speed, double density, double diameter);

@@ -28,29 +28,73 @@ bool Fail(const char* text) {
 
 }  // namespace
 
-bool CalcHoltropTerms(HoltropTerms& t, const clsVXHull& hull, double fn) {
+bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
   SetCalcLocation("Holtrop bare-hull drag");
-  t = HoltropTerms{};
+  h = HoltropHull{};
   try {
     // 1-2. Hull data in feet, pounds and cubic feet; any missing item stops the method. The
     // stern coefficient enters through the form factor.
-    const double L = hull.LengthWL(kFt), B = hull.BeamWLMax(kFt), T = hull.DraftSubmergedMax(kFt);
-    const double W = hull.Displacement(kLb), Vol = hull.DisplacementVolume(kFt), S = hull.WettedSurface(kFt2);
-    const double XB = hull.XBuoyancyFwdTr(kFt), ABT = hull.BulbAreaSect(kFt2),
-                 Z = hull.ZBulbAreaSectBelowWL(kFt);
-    const double AT = hull.AreaSectAtTr(kFt2), iE = hull.AngleHalfEntDeg(), Cp = hull.CoefPrismatic();
-    const double LVol = hull.CoefLwlVol(), LT = hull.CoefLwlTvolRatio(), BT = hull.CoefBwlTvolRatio();
-    double LB = hull.CoefLwlBwlRatio();
-    const double Cw = hull.CoefWaterplane(), Cm = hull.CoefAreaSectMax(), AtAx = hull.CoefAtAxRatio();
+    h.L = hull.LengthWL(kFt), h.B = hull.BeamWLMax(kFt), h.T = hull.DraftSubmergedMax(kFt);
+    h.W = hull.Displacement(kLb), h.Vol = hull.DisplacementVolume(kFt), h.S = hull.WettedSurface(kFt2);
+    h.XB = hull.XBuoyancyFwdTr(kFt), h.ABT = hull.BulbAreaSect(kFt2), h.Z = hull.ZBulbAreaSectBelowWL(kFt);
+    h.AT = hull.AreaSectAtTr(kFt2), h.iE = hull.AngleHalfEntDeg(), h.Cp = hull.CoefPrismatic();
+    h.LVol = hull.CoefLwlVol(), h.LT = hull.CoefLwlTvolRatio(), h.BT = hull.CoefBwlTvolRatio();
+    h.LB = hull.CoefLwlBwlRatio();
+    h.Cw = hull.CoefWaterplane(), h.Cm = hull.CoefAreaSectMax(), h.AtAx = hull.CoefAtAxRatio();
     if (PassHullErrors(hull)) return false;
 
     // 3-4. Very beamy hulls are taken at L/B 2.6, the lower end of the regression.
-    LB = std::max(LB, 2.6);
-    const double BL = 1.0 / LB, TB = 1.0 / BT, LVol3 = LVol * LVol * LVol;
-    const double lcb = (XB - 0.5 * L) * 100.0 / L;
+    h.LB = std::max(h.LB, 2.6);
+    const double L = h.L, B = h.B, T = h.T, Vol = h.Vol, ABT = h.ABT, Z = h.Z, iE = h.iE, Cp = h.Cp;
+    const double LVol = h.LVol, LT = h.LT, LB = h.LB, Cm = h.Cm;
+    const double BL = 1.0 / LB, TB = 1.0 / h.BT, LVol3 = LVol * LVol * LVol;
+    h.lcb = (h.XB - 0.5 * L) * 100.0 / L;
 
-    // 5-8. Form factor, speed, speed range and the model's friction (ITTC-1957, basin water).
-    if (!CalcHoltropFormFactor(t.k1, hull)) t.k1 = 1.0;
+    // 5. Form factor. When it fails, its text stays in the calculation error state, and the
+    // method goes on with 1 + k = 1.
+    h.formFactorOk = CalcHoltropFormFactor(h.k1, hull);
+    if (!h.formFactorOk) h.k1 = 1.0;
+
+    // 10. Bulb factor c2, Holtrop (1984): c3 = 0.56 ABT^1.5 / (B T (0.31 sqrt(ABT) + TF - hB)).
+    // Its failure (and those of c7 and the length of run) is the speed part's to report, in
+    // the order of the steps.
+    if (ABT > 0.0) {
+      h.c3 = 0.56 * std::pow(ABT, 1.5) / (B * T * (0.31 * std::sqrt(ABT) + Z));
+      if (h.c3 > 0.0) h.c2 = std::exp(-1.89 * std::sqrt(h.c3));
+    }
+    // 11-19. Coefficients of the wave resistance, Holtrop (1984).
+    h.c7 = BL < 0.11 ? 0.229577 * std::cbrt(BL) : (BL > 0.25 ? 0.5 - 0.0625 * LB : BL);
+    h.c5 = 1.0 - 0.8 * h.AtAx;
+    h.c15 = LVol3 < 512.0 ? -1.69385 : (LVol3 >= 1726.91 ? 0.0 : -1.69385 + (std::cbrt(LVol3) - 8.0) / 2.36);
+    h.c16 = Cp < 0.8 ? 8.07981 * Cp - 13.8673 * Cp * Cp + 6.984388 * Cp * Cp * Cp : 1.73014 - 0.7067 * Cp;
+    h.c1 = 2223105.0 * std::pow(h.c7, 3.78613) * std::pow(TB, 1.07961) * std::pow(90.0 - iE, -1.37565);
+    h.m1 = 0.0140407 * LT - 1.75254 * std::cbrt(Vol) / L - 4.79323 * BL - h.c16;
+    h.c17 =
+        6919.3 * std::pow(Cm, -1.3346) * std::pow(Vol / (L * L * L), 2.00977) * std::pow(LB - 2.0, 1.40692);
+    h.m3 = -7.2035 * std::pow(BL, 0.326869) * std::pow(TB, 0.605375);
+    h.lambda = LB < 12.0 ? 1.446 * Cp - 0.03 * LB : 1.446 * Cp - 0.36;
+
+    // 24. The length of run; the form factor of step 5 has used it, and the stern coefficient
+    // through c14 = 1 + 0.011 Cstern.
+    const double a = Cp > 0.9 ? (Cp - 0.9) * 0.4 : 0.0;
+    h.lr = 1.0 - Cp + a + 0.06 * Cp * h.lcb / (4.0 * Cp - 1.0);
+    return true;
+  } catch (const std::exception& e) {
+    return Fail(e.what());
+  }
+}
+
+bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn) {
+  // A failed form factor has left its text and location in the calculation error state; the
+  // speed part of the same reading goes on under them.
+  if (h.formFactorOk) SetCalcLocation("Holtrop bare-hull drag");
+  t = HoltropTerms{};
+  try {
+    const double L = h.L, B = h.B, T = h.T, W = h.W, S = h.S, ABT = h.ABT, Z = h.Z, AT = h.AT, iE = h.iE;
+    const double Cp = h.Cp, Cw = h.Cw, Cm = h.Cm, LVol = h.LVol;
+    t.k1 = h.k1;
+
+    // 6-8. Speed, speed range and the model's friction (ITTC-1957, basin water).
     double V = fn * std::sqrt(g * L);
     t.speedCheck = fn < 0.06 ? 0 : (fn <= 0.8 ? 1 : 2);
     const double rnModel = std::pow(kModelLengthFt, 1.5) * fn * std::sqrt(g) / StdViscosityFresh;
@@ -64,25 +108,16 @@ bool CalcHoltropTerms(HoltropTerms& t, const clsVXHull& hull, double fn) {
       V = V * fn / fnIn;
     }
 
-    // 10. Bulb factor c2, Holtrop (1984): c3 = 0.56 ABT^1.5 / (B T (0.31 sqrt(ABT) + TF - hB)).
-    t.c2 = 1.0;
+    // 10-19. The hull's coefficients, with their checks.
     if (ABT > 0.0) {
-      t.c3 = 0.56 * std::pow(ABT, 1.5) / (B * T * (0.31 * std::sqrt(ABT) + Z));
+      t.c3 = h.c3;
       if (!(t.c3 > 0.0)) return Fail("Holtrop coef C3");
-      t.c2 = std::exp(-1.89 * std::sqrt(t.c3));
+      t.c2 = h.c2;
     }
-    // 11-19. Coefficients of the wave resistance, Holtrop (1984).
-    t.c7 = BL < 0.11 ? 0.229577 * std::cbrt(BL) : (BL > 0.25 ? 0.5 - 0.0625 * LB : BL);
+    t.c7 = h.c7;
     if (t.c7 < 0.0) return Fail("Holtrop coef C7");
-    t.c5 = 1.0 - 0.8 * AtAx;
-    t.c15 = LVol3 < 512.0 ? -1.69385 : (LVol3 >= 1726.91 ? 0.0 : -1.69385 + (std::cbrt(LVol3) - 8.0) / 2.36);
-    t.c16 = Cp < 0.8 ? 8.07981 * Cp - 13.8673 * Cp * Cp + 6.984388 * Cp * Cp * Cp : 1.73014 - 0.7067 * Cp;
-    t.c1 = 2223105.0 * std::pow(t.c7, 3.78613) * std::pow(TB, 1.07961) * std::pow(90.0 - iE, -1.37565);
-    t.m1 = 0.0140407 * LT - 1.75254 * std::cbrt(Vol) / L - 4.79323 * BL - t.c16;
-    t.c17 =
-        6919.3 * std::pow(Cm, -1.3346) * std::pow(Vol / (L * L * L), 2.00977) * std::pow(LB - 2.0, 1.40692);
-    t.m3 = -7.2035 * std::pow(BL, 0.326869) * std::pow(TB, 0.605375);
-    t.lambda = LB < 12.0 ? 1.446 * Cp - 0.03 * LB : 1.446 * Cp - 0.36;
+    t.c5 = h.c5, t.c15 = h.c15, t.c16 = h.c16, t.c1 = h.c1, t.m1 = h.m1, t.c17 = h.c17, t.m3 = h.m3;
+    t.lambda = h.lambda;
 
     // 20. Wave resistance below Fn 0.4 and above Fn 0.55, with m4 = 0.4 c15 exp(-0.034 Fn^-3.29).
     auto waveTerm = [&t](double f, double m) {
@@ -140,12 +175,9 @@ bool CalcHoltropTerms(HoltropTerms& t, const clsVXHull& hull, double fn) {
       t.rtr = 0.5 * c6 * StdDensityFresh * AT * V * V;
     }
 
-    // 24. The length of run must exist; the form factor of step 5 has used it, and the stern
-    // coefficient through c14 = 1 + 0.011 Cstern.
+    // 24. The length of run must exist.
     if (Cp < 0.25) return Fail("Holtrop coef dblCoefPrismatic");
-    const double a = Cp > 0.9 ? (Cp - 0.9) * 0.4 : 0.0;
-    const double lr = 1.0 - Cp + a + 0.06 * Cp * lcb / (4.0 * Cp - 1.0);
-    if (!(lr > 0.0)) return Fail("Holtrop length of run ratio");
+    if (!(h.lr > 0.0)) return Fail("Holtrop length of run ratio");
 
     // 25-26. Wave coefficient on the basin's water; below Fn 0.04 it falls as Fn^4.
     t.cw = (t.rw + t.rb + t.rtr) / (0.5 * StdDensityFresh * S * V * V);
@@ -158,11 +190,36 @@ bool CalcHoltropTerms(HoltropTerms& t, const clsVXHull& hull, double fn) {
   }
 }
 
+bool CalcHoltropTerms(HoltropTerms& t, const clsVXHull& hull, double fn) {
+  HoltropHull h;
+  t = HoltropTerms{};
+  return ReadHoltropHull(h, hull) && CalcHoltropTermsAt(t, h, fn);
+}
+
 // 27. The model's total coefficient.
 bool CalcHullDragHoltrop(double& ctModel, double& modelLength, int& speedCheck, const clsVXHull& hull,
                          double fn) {
   HoltropTerms t;
   const bool ok = CalcHoltropTerms(t, hull, fn);
+  ctModel = ok ? t.k1 * t.cfModel + t.cw : 0.0;
+  modelLength = kModelLengthFt;
+  speedCheck = t.speedCheck;
+  return ok;
+}
+
+bool CalcHullDragHoltropRun(double& ctModel, double& modelLength, int& speedCheck, HoltropRun& run,
+                            const clsVXHull& hull, double fn) {
+  HoltropTerms t;
+  bool ok = false;
+  if (run.read && run.hull.formFactorOk) {
+    // The hull's values are those the first speed read. A word that another step has pushed on
+    // the hull's error stack since stops the method here, as a fresh reading would.
+    SetCalcLocation("Holtrop bare-hull drag");
+    ok = !PassHullErrors(hull) && CalcHoltropTermsAt(t, run.hull, fn);
+  } else {
+    run.read = ReadHoltropHull(run.hull, hull);
+    ok = run.read && CalcHoltropTermsAt(t, run.hull, fn);
+  }
   ctModel = ok ? t.k1 * t.cfModel + t.cw : 0.0;
   modelLength = kModelLengthFt;
   speedCheck = t.speedCheck;

@@ -56,12 +56,25 @@ template <int kMethod>
 bool DelftSeries(double& ctModel, double& modelLength, int& speedCheck, const clsVXHull& hull, double fn) {
   return CalcHullDragDelftSeries(kMethod, ctModel, modelLength, speedCheck, hull, fn);
 }
+// What a method keeps of the hull from one speed of a run to the next (read once, at the
+// first speed that needs it).
+struct HullDragRun {
+  HoltropRun holtrop;
+};
+// A method whose hull part is read once per run has a `calcRun` besides its `calc`.
+using HullDragRunFn = bool (*)(double& ctModel, double& modelLength, int& speedCheck, HullDragRun& run,
+                               const clsVXHull& hull, double fn);
 struct HullDragMethodRow {
   int method;
   HullDragMethodFn calc;
+  HullDragRunFn calcRun = nullptr;
 };
+bool HoltropRunRow(double& ctModel, double& modelLength, int& speedCheck, HullDragRun& run,
+                   const clsVXHull& hull, double fn) {
+  return CalcHullDragHoltropRun(ctModel, modelLength, speedCheck, run.holtrop, hull, fn);
+}
 constexpr HullDragMethodRow kModelMethods[] = {
-    {kHullDragHoltrop, CalcHullDragHoltrop},
+    {kHullDragHoltrop, CalcHullDragHoltrop, HoltropRunRow},
     {kHullDragOortmerssen, CalcHullDragOortmerssen},
     {kHullDragDelftSeries1, DelftSeries<kHullDragDelftSeries1>},
     {kHullDragDelftSeries12, DelftSeries<kHullDragDelftSeries12>},
@@ -72,9 +85,9 @@ constexpr HullDragMethodRow kModelMethods[] = {
     {kHullDragAndersen, CalcHullDragAndersen},
 };
 
-HullDragMethodFn ModelMethod(int method) {
+const HullDragMethodRow* ModelMethod(int method) {
   for (const HullDragMethodRow& r : kModelMethods)
-    if (r.method == method) return r.calc;
+    if (r.method == method) return &r;
   return nullptr;
 }
 
@@ -116,9 +129,15 @@ struct ShipRow {
   int hullCount;
 };
 
-// The bare-hull steps of one row (HullDragEnabled "Calc").
+bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLength, clsVXHull& hull,
+               clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, double crMultiplier,
+               double kMultiplier, HullDragRun* run);
+
+// The bare-hull steps of one row (HullDragEnabled "Calc"); `run` keeps the model method's hull
+// part from row to row.
 bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double Rn, clsVXHull& hull,
-                     clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, clsVXSpeedPerformance& sp) {
+                     clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, clsVXSpeedPerformance& sp,
+                     HullDragRun& run) {
   // 1. Speed correction of the form factor at ship scale.
   double kMult =
       resistance.HullDragFormFactorKMultEnabled() == 1 ? 1.0 / (1.0 + 140.0 * std::pow(Fn, 5.0)) : 1.0;
@@ -152,7 +171,9 @@ bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double R
   if (technique == kTechniquePrediction || technique == kTechniqueAlignedPrediction) {
     double ctModel = 0.0, crModel = 0.0;
     int speedCheck = 1;
-    if (!CalcModelCtCr(ctModel, crModel, speedCheck, Fn, hull, ittc78, resistance, factor, kCat))
+    if (!RunGuarded([&] {
+          return ModelCtCr(ctModel, crModel, speedCheck, Fn, hull, ittc78, resistance, factor, kCat, &run);
+        }))
       return false;
     if (technique == kTechniqueAlignedPrediction) {
       sp.CoefDragBareHullResiduaryAlignmentMultiplier(row, 1.0);
@@ -181,17 +202,19 @@ bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double R
 }
 
 // What follows the bare hull in every row, whichever the route: the appendage drag, the added
-// drags, the margin, the total and its effective power.
+// drags, the margin, the total and its effective power. `appendages` keeps the appendages of
+// the component method from row to row.
 bool FinishRow(int hullCount, int row, double V, clsVXWaterProperties& water, clsVXHull& hull,
                clsVXAppendage& appendage, clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78,
-               clsVXResistance& resistance, clsVXSpeedPerformance& sp) {
+               clsVXResistance& resistance, clsVXSpeedPerformance& sp, AppendageRun& appendages) {
   switch (resistance.AppendageDragEnabled()) {
     case kDragOff:
       sp.DragAppendages(row, kCurrent, 0.0);
       break;
     case kDragCalc: {
       double drag = 0.0;
-      if (!CalcAppendageDrag(drag, water, hull, appendage, ittc78, resistance, sp, row)) return false;
+      if (!CalcAppendageDrag(drag, water, hull, appendage, ittc78, resistance, sp, row, &appendages))
+        return false;
       sp.DragAppendages(row, kLbf, drag * hullCount);
       break;
     }
@@ -278,6 +301,8 @@ bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppenda
     }
   }
 
+  HullDragRun run;
+  AppendageRun appendages;
   for (int row = 0; row < sp.count(); ++row) {
     sp.SpeedIndex(row);
     const double V = sp.Speed(row, kFtPerSec);
@@ -297,13 +322,14 @@ bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppenda
         for (Col c : kBareHullOffColumns) sp.Write(row, FieldId(c), kCurrent, 0.0);
         break;
       case kDragCalc:
-        if (!CalcBareHullRow(ship, row, V, Fn, Rn, hull, ittc78, resistance, sp)) return false;
+        if (!CalcBareHullRow(ship, row, V, Fn, Rn, hull, ittc78, resistance, sp, run)) return false;
         break;
       default:  // Lock (and the file's Enter): the columns stay as they are
         break;
     }
 
-    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance, sp))
+    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance, sp,
+                   appendages))
       return false;
   }
   return true;
@@ -451,6 +477,7 @@ bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAp
   }
   ship.hullCount = HullCount(hull);
 
+  AppendageRun appendages;
   for (int row = 0; row < sp.count(); ++row) {
     sp.SpeedIndex(row);
     const double V = sp.Speed(row, kFtPerSec);
@@ -475,7 +502,8 @@ bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAp
       default:  // Lock (and the file's Enter): the columns stay as they are
         break;
     }
-    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance, sp))
+    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance, sp,
+                   appendages))
       return false;
   }
   return true;
@@ -483,7 +511,7 @@ bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAp
 
 bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLength, clsVXHull& hull,
                clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, double crMultiplier,
-               double kMultiplier) {
+               double kMultiplier, HullDragRun* run) {
   SetCalcLocation("ITTC-78 (CT) model Ct and Cr prediction");
   const double k1 = ExpansionFormFactor(ittc78, resistance);
   if (crMultiplier <= 0.0) crMultiplier = 1.0;
@@ -491,14 +519,17 @@ bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLengt
   speedCheck = 1;
   double modelLength = 0.0;
   const int method = resistance.HullDragMethod();
-  const HullDragMethodFn calc = ModelMethod(method);
+  const HullDragMethodRow* calc = ModelMethod(method);
   if (!calc) {
     AddCalcError(method == kHullDragSavitsky  // a method of the planing route
                      ? "Hull drag method needs the Planing scope: " + resistance.HullDragMethodLabel(method)
                      : "Hull drag method not available: " + resistance.HullDragMethodLabel(method));
     return false;
   }
-  if (!calc(ctModel, modelLength, speedCheck, hull, fnLength)) return false;
+  const bool modelOk = run && calc->calcRun
+                           ? calc->calcRun(ctModel, modelLength, speedCheck, *run, hull, fnLength)
+                           : calc->calc(ctModel, modelLength, speedCheck, hull, fnLength);
+  if (!modelOk) return false;
   // The model runs at the ship's Froude number in fresh basin water.
   const double rnModel = std::pow(modelLength, 1.5) * fnLength * std::sqrt(GravityFt) / StdViscosityFresh;
   const double vModel = rnModel * StdViscosityFresh / modelLength;
@@ -558,7 +589,7 @@ bool CalcModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnL
                    double kMultiplier) {
   return RunGuarded([&] {
     return ModelCtCr(ctModel, crModel, speedCheck, fnLength, hull, ittc78, resistance, crMultiplier,
-                     kMultiplier);
+                     kMultiplier, nullptr);
   });
 }
 

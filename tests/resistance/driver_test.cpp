@@ -89,9 +89,27 @@ TEST(ResistanceDriverTest, FailuresStopTheLoopWithTheirWordsAndKeepLaterRows) {
         "Hull drag method not available for the Planing scope: Holtrop", 0);
   fails([] { Res().HullDragMethod(21); }, "Hull drag method not available: Simple Ship", 0);
   fails([] { Res().HullDragTechnique(1); }, "Length on waterline", 0);  // an empty reference ship
+  // The appendage step reads the shaft angle from the hull: its word, pushed at the first row,
+  // stops the hull method at the next one.
+  fails([] { P().Hull->AngleShaftDeg(50.0); }, "Shaft angle", 1);
   // A length unit whose factor is 0 makes the conversion fault; the guard reports it.
   fails([] { P().Units->SetCustomData(UnitFamily::Length, "bad", 0.0), P().Units->LengthIndex(4); },
         "Run-time error: Division by zero", 0);
+}
+
+// A run reads the hull and the appendages once, at its first row: each row of a run equals,
+// bit for bit, the row of a run of that speed alone (below Fn 0.04, on the hump spline, above).
+TEST(ResistanceDriverTest, RowsOfARunEqualRunsOfOneSpeed) {
+  const std::vector<double> speeds{1.0, 15.0, 25.0, 40.0, 55.0};
+  EnterExampleShip(speeds);
+  Predict();
+  std::vector<std::vector<double>> rows;
+  for (int row = 0; row < SP().count(); ++row) rows.push_back(RowOf(row));
+  for (size_t i = 0; i < speeds.size(); ++i) {
+    EnterExampleShip({speeds[i]});
+    Predict();
+    EXPECT_EQ(RowOf(0), rows[i]) << speeds[i] << " kt";
+  }
 }
 
 TEST(ResistanceDriverTest, HullDragTechniquesStatesAndTwinHull) {
