@@ -9,6 +9,8 @@
 #include "core/diagnostics.h"
 #include "core/helpers.h"
 #include "core/ui_hooks.h"
+#include "files/iges_export.h"
+#include "files/legacy_files.h"
 #include "files/safe_write.h"
 
 namespace velmar {
@@ -192,6 +194,84 @@ FileCommandResult OpenRecentCommand(int index, SettingsStore& recent) {
                    "Only *.vxvl file types can be opened. Other file types can be imported.");
   App().ProjectDirty = false;  // the question has been answered
   return OpenCommand(path, &recent);
+}
+
+const char* const kImportFileTypes[5] = {
+    "Legacy Velmar project file (*.vl5)", "Legacy Velmar project [HULL] block only (*.vl5)",
+    "Corvenith Common Ship Object (*.ship)", "Legacy Velmar model file (*.mdl)", "Corvenith Drummoline (*.vxf)"};
+const char* const kExportFileTypes[2] = {"Legacy Velmar project file (*.vl5)",
+                                         "Corvenith Common Ship Object (*.ship)"};
+
+FileCommandResult ImportCommand(const fs::path& path, ImportKind kind, SettingsStore* recent) {
+  if (path.empty()) return {};
+  if (kind == ImportKind::LegacyHull) {
+    const Answer a = Hooks().Ask(
+        "Warning", "This will change the existing hull data. Do you want to save existing data before proceeding?",
+        true, Answer::Cancel);
+    if (a == Answer::Cancel || (a == Answer::Yes && !SaveCommand(recent).done)) return {};
+  } else if (!QuerySave(recent)) {
+    return {};
+  }
+  const SavedState saved;
+  FileCommandResult r;
+  if (kind == ImportKind::CommonShip) {
+    LogSessionOfOpenProject();
+    NewProject();
+    r.open = OpenProjectFile(path);
+    if (!r.open.opened) {
+      saved.Restore();
+      return Refused("File open error", r.open.message);
+    }
+  } else {
+    constexpr LegacyFileKind kLegacy[] = {LegacyFileKind::Project, LegacyFileKind::HullOnly, LegacyFileKind::Project,
+                                          LegacyFileKind::Model, LegacyFileKind::ShipObject};
+    const LegacyFileKind legacy = kLegacy[static_cast<int>(kind)];
+    if (legacy != LegacyFileKind::HullOnly) {
+      LogSessionOfOpenProject();
+      NewProject();
+    }
+    const LegacyReport report = ImportLegacyFile(path, App().primary, legacy);
+    if (!report.ok) {
+      saved.Restore();
+      return Refused("File Import Error", report.message);
+    }
+    ShowLegacyImportWarning(report, legacy);
+    if (legacy == LegacyFileKind::HullOnly) {
+      App().ProjectDirty = true;
+      App().NeedCalculateResistance = App().NeedCalculatePropulsion = true;
+    }
+  }
+  if (kind != ImportKind::LegacyHull) SetProjectNamesFromPath(fs::path(App().primary.Project->FileFolder) / kUntitled);
+  ClearErrorStacks();
+  Hooks().RefreshResults();
+  r.done = true;
+  return r;
+}
+
+FileCommandResult ExportCommand(const fs::path& path) {
+  if (path.empty()) return {};
+  if (IsReadOnlyFile(path))
+    return Refused("Read-Only Error", "The project could not be exported. The selected file is Read-only.");
+  const bool written = HasExtension(path, ".vl5") ? ExportLegacyProject(path, App().primary).ok
+                                                  : ExportCommonShipObject(path) == 1;
+  if (!written)
+    return Refused("File Export Error",
+                   "A data error has occurred writing the file. The entire file was processed, but some data may "
+                   "not have been exported.");
+  return Done();
+}
+
+FileCommandResult ExportPropellerCadCommand(fs::path path) {
+  const ModelSet& s = App().primary;
+  const std::string refusal = CheckPropellerForIGES(*s.Propeller, *s.Propulsion);
+  if (!refusal.empty()) return Refused(kIGESDialogTitle, refusal);
+  if (path.empty()) path = Hooks().AskFilePath(kIGESDialogTitle, kIGESFileFilter, true);
+  if (path.empty()) return {};
+  if (path.extension().empty()) path += ".igs";
+  Hooks().BusyPointer(true);
+  const IGESExportResult r = ExportPropellerIGES(path, IGESBladeInput(*s.Propeller), s.Units->PropLengthIndex());
+  Hooks().BusyPointer(false);
+  return r.ok ? Done() : Refused(kIGESDialogTitle, r.message);
 }
 
 std::string WindowTitle(std::string_view applicationTitle) {

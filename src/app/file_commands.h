@@ -48,6 +48,24 @@ FileCommandResult CloseCommand(SettingsStore* recent = nullptr);
 // Opens entry `index` (0 = the newest) of the recent list.
 FileCommandResult OpenRecentCommand(int index, SettingsStore& recent);
 
+// File > Import, after the "Open file..." dialog: what the user chose there.
+enum class ImportKind { LegacyProject, LegacyHull, CommonShip, LegacyModel, ShipObject };
+// The dialog's types, in ImportKind order.
+extern const char* const kImportFileTypes[5];
+// Imports `path`. All but the hull-only import ask about unsaved changes and start a new
+// project named "untitled.vxvl"; the hull-only import changes the hull of the open project after
+// its own question. Items a legacy file could not give show once as the "File Import Warning";
+// a file that cannot be read leaves the project as it was.
+FileCommandResult ImportCommand(const std::filesystem::path& path, ImportKind kind,
+                                SettingsStore* recent = nullptr);
+// File > Export: the project as a legacy project (*.vl5) or, for any other extension, as a
+// common ship object (*.ship). A read-only target is refused.
+extern const char* const kExportFileTypes[2];
+FileCommandResult ExportCommand(const std::filesystem::path& path);
+// Tools > Utilities > Export propeller CAD shape: the propeller tested first (the refusal comes
+// back as the message), then `path` asked for when empty, then the IGES file written.
+FileCommandResult ExportPropellerCadCommand(std::filesystem::path path);
+
 // The window title: the application title, " - [", the project's file name, "]".
 std::string WindowTitle(std::string_view applicationTitle = "Velmar");
 

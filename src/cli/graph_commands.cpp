@@ -16,13 +16,15 @@
 #include "resistance/resistance_driver.h"
 #ifdef VELMAR_HAVE_RENDER
 #include "render/graph_image.h"
+#include "render/report_pdf.h"
 #endif
+#include "reports/report.h"
 
 namespace velmar::cli {
 namespace {
 
 struct GraphOptions {
-  std::string path, preset, x, y, out, size = "900x600", mode = "auto", lineStyle, legend;
+  std::string path, preset, x, y, out, size = "900x600", mode = "auto", lineStyle, legend, report, preparedBy;
   std::vector<std::string> compare;
   bool noCalc = false, listPresets = false;
 };
@@ -78,7 +80,8 @@ void ListPresets() {
 
 void RunGraph(const GraphOptions& o) {
   if (o.listPresets) return ListPresets();
-  if (o.path.empty() || o.out.empty()) return Fail(kExitUsage, "graph needs FILE and -o OUT");
+  if (o.path.empty() || (o.out.empty() && o.report.empty()))
+    return Fail(kExitUsage, "graph needs FILE and -o OUT (or --report REPORT)");
   GraphRequest request;
   const GraphPreset* preset = nullptr;
   if (!o.preset.empty()) {
@@ -101,7 +104,7 @@ void RunGraph(const GraphOptions& o) {
   int width = 0, height = 0;
   if (!ParseSize(o.size, width, height)) return Fail(kExitUsage, "--size wants WxH, e.g. 900x600");
   const std::string type = [&] {
-    std::string e = std::filesystem::path(o.out).extension().string();
+    std::string e = std::filesystem::path(o.out.empty() ? "graph.svg" : o.out).extension().string();
     std::transform(e.begin(), e.end(), e.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return e;
@@ -169,8 +172,18 @@ void RunGraph(const GraphOptions& o) {
   if (!build.drawn) return SetExitCode(kExitFailed);
   std::string error;
 #ifdef VELMAR_HAVE_RENDER
-  if (!SaveGraphFile(build.graph, o.out, width, height, &error)) return Fail(kExitUsage, error);
+  if (!o.report.empty()) {
+    // The report of the graph, as the window's "Report: Graph" writes it.
+    ReportOptions options;
+    options.preparedBy = o.preparedBy;
+    const ReportDocument doc =
+        BuildGraphReport(App().primary, request.mode, build.graph, preset ? preset->name : "Custom", options);
+    if (!WriteReportFile(doc, o.report, &error)) return Fail(kExitFailed, error);
+  }
+  if (!o.out.empty() && !SaveGraphFile(build.graph, o.out, width, height, &error))
+    return Fail(kExitUsage, error);
 #else
+  if (!o.report.empty()) return Fail(kExitUsage, "this build writes no graph report (Qt 6 was not found)");
   std::ofstream out(o.out, std::ios::binary);
   out << GraphSvg(build.graph, width, height);
   if (!out.good()) return Fail(kExitUsage, "cannot write \"" + o.out + "\"");
@@ -191,6 +204,8 @@ void RegisterGraphCommands(CLI::App& app) {
   graph->add_option("--compare", o.compare, "Up to four project files drawn in the same chart")
       ->expected(1, 4);
   graph->add_option("-o,--output", o.out, "Picture to write: .png, .svg, .pdf, .jpg or .bmp");
+  graph->add_option("--report", o.report, "Also write the report of the graph: .pdf, .html, .csv or .txt");
+  graph->add_option("--prepared-by", o.preparedBy, "with --report: name for \"Prepared by\" in its heading");
   graph->add_option("--size", o.size, "Width x height in pixels")->capture_default_str();
   graph->add_option("--mode", o.mode, "auto, resistance or propulsion")->capture_default_str();
   graph->add_option("--line-style", o.lineStyle,

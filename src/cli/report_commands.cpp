@@ -22,7 +22,7 @@ namespace velmar::cli {
 namespace {
 
 struct ReportCommandOptions {
-  std::string path, kind = "resistance", out, date;
+  std::string path, kind = "resistance", out, date, preparedBy;
   bool symbols = false, noCalc = false;
 };
 
@@ -52,6 +52,7 @@ void RunReport(const ReportCommandOptions& o) {
     return Fail(kExitUsage, "the output \"" + o.out + "\" must end in .pdf, .html, .csv or .txt");
   ReportOptions options;
   options.symbols = o.symbols;
+  options.preparedBy = o.preparedBy;
   if (!o.date.empty() && !ParseDate(o.date, options.when))
     return Fail(kExitUsage, "--date \"" + o.date + "\" is not of the form YYYY-MM-DD HH:MM");
   OpenResult opened;
@@ -66,20 +67,17 @@ void RunReport(const ReportCommandOptions& o) {
   App().CurrentMode = kind == ReportKind::FullPropulsion ? Mode::Propulsion : Mode::Resistance;
   const ReportDocument doc = BuildReport(App().primary, kind, options);
   std::string error;
-  if (ext == ".pdf") {
 #if VELMAR_HAVE_RENDER
-    if (!WriteReportPdf(doc, o.out, &error)) return Fail(kExitFailed, error);
+  if (!WriteReportFile(doc, o.out, &error)) return Fail(kExitFailed, error);
 #else
-    return Fail(kExitFailed, "this build has no PDF output (Qt 6 Gui was not found)");
+  if (ext == ".pdf") return Fail(kExitFailed, "this build has no PDF output (Qt 6 Gui was not found)");
+  const std::string text = ext == ".csv"   ? WriteReportCsv(doc)
+                           : ext == ".txt" ? WriteReportText(doc)
+                                           : WriteReportHtml(doc);
+  const SafeWriteResult written = WriteFileSafely(o.out, text);
+  if (!written.ok)
+    return Fail(kExitFailed, "the report could not be written to \"" + o.out + "\": " + written.message);
 #endif
-  } else {
-    const std::string text = ext == ".csv"   ? WriteReportCsv(doc)
-                             : ext == ".txt" ? WriteReportText(doc)
-                                             : WriteReportHtml(doc);
-    const SafeWriteResult written = WriteFileSafely(o.out, text);
-    if (!written.ok)
-      return Fail(kExitFailed, "the report could not be written to \"" + o.out + "\": " + written.message);
-  }
   if (!ok) SetExitCode(kExitFailed);
 }
 
@@ -94,6 +92,7 @@ void RegisterReportCommands(CLI::App& app) {
   report->add_flag("--symbols", o.symbols, "close the results with the symbols and the marks' legend");
   report->add_flag("--no-calc", o.noCalc, "report the results stored in the file, without Calculate");
   report->add_option("--date", o.date, "date and time the report shows, YYYY-MM-DD HH:MM (default: now)");
+  report->add_option("--prepared-by", o.preparedBy, "name for \"Prepared by\" in the report heading");
   report->add_option("-o,--output", o.out, "Output file: .pdf, .html, .csv or .txt")->required();
   report->callback([] { RunReport(o); });
 }

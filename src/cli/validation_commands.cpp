@@ -26,23 +26,7 @@ std::string Number(double v) {
   return buf;
 }
 
-const char* FamilyTitle(MethodFamily f) {
-  switch (f) {
-    case MethodFamily::Hull:
-      return "Hull drag";
-    case MethodFamily::Appendage:
-      return "Appendage drag";
-    case MethodFamily::Wind:
-      return "Wind drag";
-    case MethodFamily::Seas:
-      return "Seas drag";
-    case MethodFamily::Channel:
-      return "Shallow water and channel drag";
-    case MethodFamily::Interaction:
-      return "Hull-propulsor interaction";
-  }
-  return "";
-}
+const char* FamilyTitle(MethodFamily f) { return MethodFamilyTitle(f); }
 
 const char* ModeName(Mode m) { return m == Mode::Propulsion ? "propulsion" : "resistance"; }
 

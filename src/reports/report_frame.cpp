@@ -7,6 +7,7 @@
 #include "core/format.h"
 #include "core/project.h"
 #include "core/speed_performance.h"
+#include "reports/prediction_graphs.h"
 #include "reports/report.h"
 #include "reports/report_graphs.h"
 #include "reports/report_sections.h"
@@ -39,6 +40,8 @@ void WriteReportHeader(ReportContext& rc, const ReportOptions& o) {
                                      {"Description", p.Description},
                                      {"File name", p.FileName}})
     rc.doc.AddRow({{label, ReportStyle::Frame}, {value, ReportStyle::Frame}});
+  if (!o.preparedBy.empty())
+    rc.doc.AddRow({{"Prepared by", ReportStyle::Frame}, {o.preparedBy, ReportStyle::Frame}});
 }
 
 std::string ReportId(const ReportOptions& o) {
@@ -78,7 +81,60 @@ void PropulsionResults(ReportContext& rc) {
   ReportMarksLegend(rc);
 }
 
+// The series of a graph as tables of numbers: the series that share their x values share a
+// table, the x column first and one column a series, headed by its legend.
+void ReportGraphData(ReportDocument& doc, const clsVXCoordinateGraph& graph) {
+  std::vector<bool> done(static_cast<size_t>(graph.DataSeriesCount()), false);
+  for (int i = 0; i < graph.DataSeriesCount(); ++i) {
+    const GraphSeries& first = graph.Series(i);
+    if (done[static_cast<size_t>(i)] || first.kind != SeriesKind::Line || first.x.empty()) continue;
+    std::vector<const GraphSeries*> group;
+    for (int j = i; j < graph.DataSeriesCount(); ++j) {
+      const GraphSeries& s = graph.Series(j);
+      if (!done[static_cast<size_t>(j)] && s.kind == SeriesKind::Line && s.x == first.x) {
+        group.push_back(&s);
+        done[static_cast<size_t>(j)] = true;
+      }
+    }
+    doc.AddTable(ReportTableKind::Results, 1);
+    std::vector<ReportCell> head{{graph.XAxis().caption, ReportStyle::Symbol}};
+    for (const GraphSeries* s : group)
+      head.push_back({s->legend.empty() ? graph.YAxis().caption : s->legend, ReportStyle::Symbol});
+    doc.AddRow(head);
+    for (size_t k = 0; k < first.x.size(); ++k) {
+      std::vector<ReportCell> row{{FormatNumber(first.x[k], "0.0###"), ReportStyle::Number}};
+      for (const GraphSeries* s : group)
+        row.push_back({k < s->y.size() ? FormatNumber(s->y[k], "0.0###") : "", ReportStyle::Number});
+      doc.AddRow(row);
+    }
+  }
+}
+
 }  // namespace
+
+ReportDocument BuildGraphReport(const ModelSet& set, Mode mode, const clsVXCoordinateGraph& graph,
+                                std::string_view presetName, const ReportOptions& o) {
+  ReportDocument doc;
+  doc.title = "Graph report";
+  doc.identity = "Report ID " + ReportId(o) + "  " + VersionLine(o);
+  const bool propulsion = mode == Mode::Propulsion;
+  ReportContext rc{set, doc, propulsion, {}};
+  // The propeller curve comes with the propulsor data; every other graph with the analysis
+  // parameters of its mode.
+  const bool propellerCurve = propulsion && presetName == "[Propeller coefs]";
+  const char* caption = propellerCurve ? "Propeller coefficients curve"
+                        : propulsion   ? "Predicted propulsion"
+                                       : "Predicted resistance";
+  Frame(rc, o,
+        {propellerCurve ? Section(ReportPropulsorData) : Section(ReportAnalysisParameters),
+         [&](ReportContext& c) {
+           c.doc.AddTitle(caption);
+           c.doc.AddGraph(MakeReportGraph(graph, caption));
+           ReportGraphData(c.doc, graph);
+         }});
+  ClearCheckErrorStacks(set);
+  return doc;
+}
 
 const char* ReportKindName(ReportKind kind) {
   for (const KindName& k : kKinds)

@@ -2,12 +2,14 @@
 #include "ui/main_window.h"
 
 #include <QAction>
+#include <QDockWidget>
 #include <QActionGroup>
 #include <QApplication>
 #include <QByteArray>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
@@ -18,6 +20,12 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <filesystem>
+#include <span>
+#include <tuple>
+#ifdef VELMAR_HAVE_PRINT
+#include <QPrintDialog>
+#include <QPrinter>
+#endif
 
 #include "app/application.h"
 #include "app/calculate.h"
@@ -25,6 +33,7 @@
 #include "core/format.h"
 #include "core/helpers.h"
 #include "core/ui_hooks.h"
+#include "files/iges_export.h"
 #include "files/safe_write.h"
 #include "render/graph_image.h"
 #include "render/report_pdf.h"
@@ -33,9 +42,17 @@
 #include "ui/entry_model.h"
 #include "ui/graph_pane.h"
 #include "ui/influence_dialog.h"
+#include "ui/graph_options_dialog.h"
+#include "ui/method_expert_dialog.h"
+#include "ui/report_print.h"
 #include "ui/mode_window.h"
 #include "ui/options_dialog.h"
 #include "ui/qt_hooks.h"
+#include "ui/engine_window.h"
+#include "ui/estimates_dialog.h"
+#include "ui/sizing_dialog.h"
+#include "ui/task_list_pane.h"
+#include "ui/waterjet_window.h"
 #include "ui/results_model.h"
 #include "ui/units_dialog.h"
 
@@ -84,6 +101,22 @@ MainWindow::MainWindow(SettingsStore& settings, QtHooks& hooks, QWidget* parent)
 
   BuildMenus();
   BuildToolbars();
+  // The graph popup of both panes, and the report options of the settings.
+  for (ModeWindow* w : {resistance_, propulsion_}) {
+    for (const auto& [name, caption, slot] :
+         {std::tuple{"mnuGraphPopupSaveGraphAs", "Save graph as...", &MainWindow::GraphSaveAs},
+          std::tuple{"mnuGraphPopupOptions", "Standard graph", &MainWindow::GraphStandard},
+          std::tuple{"mnuGraphPopUpMultiple", "Custom graph...", &MainWindow::GraphOptions}}) {
+      QAction* a = actions_.value(name);
+      if (!a) a = AddCommand(nullptr, name, caption, slot);
+      w->Graph()->addAction(a);
+    }
+    w->Graph()->setContextMenuPolicy(Qt::ActionsContextMenu);
+    w->SetReportOptions(ReportOptionsFromSettings(settings_));
+  }
+  // The method selectors of the entry tables open the Method Expert from their context menu.
+  for (ModeWindow* w : {resistance_, propulsion_}) w->EntryView()->addAction(actions_.value("mnuAnalysisMethodExpert"));
+  BuildDataWindowCommands();
   modeLabel_ = new QLabel(this);
   modeLabel_->setMinimumWidth(160);
   statusBar()->addPermanentWidget(modeLabel_);
@@ -137,8 +170,8 @@ void MainWindow::BuildMenus() {
   AddCommand(file, "mnuFileSave", "&Save project", &MainWindow::FileSave)->setShortcut(QKeySequence::Save);
   AddCommand(file, "mnuFileSaveAs", "Save project &as...", &MainWindow::FileSaveAs);
   file->addSeparator();
-  AddPending(file, "mnuFileImport", "&Import...", "the legacy project, model and ship object import.");
-  AddPending(file, "mnuFileExport", "Expor&t...", "the legacy project and ship object export.");
+  AddCommand(file, "mnuFileImport", "&Import...", &MainWindow::FileImport);
+  AddCommand(file, "mnuFileExport", "Expor&t...", &MainWindow::FileExport);
   file->addSeparator();
   AddCommand(file, "mnuFileExit", "E&xit", &MainWindow::FileExit)->setShortcut(QKeySequence::Quit);
   file->addSeparator();
@@ -182,6 +215,7 @@ void MainWindow::BuildMenus() {
   analysis->addSeparator();
   AddCommand(analysis, "mnuAnalysisResistanceSensitivity", "&Parameter influence...",
              &MainWindow::ParameterInfluence);
+  AddCommand(analysis, "mnuAnalysisMethodExpert", "&Method Expert...", &MainWindow::MethodExpert);
 
   QMenu* tools = bar->addMenu("&Tools");
   tools->setObjectName("mnuTools");
@@ -209,21 +243,22 @@ void MainWindow::BuildMenus() {
   QMenu* util = tools->addMenu("&Utilities");
   util->setObjectName("mnuToolsUtilities");
   AddPending(util, "mnuToolsTunnelThruster", "&Tunnel thruster sizing...", notBuilt);
-  AddPending(util, "mnuToolsUtilitiesExportVaneloftShape", "&Export propeller CAD shape...",
-             "the IGES export of the propeller.");
+  AddCommand(util, "mnuToolsUtilitiesExportVaneloftShape", "&Export propeller CAD shape...",
+             &MainWindow::ExportPropellerCad);
   tools->addSeparator();
   QMenu* graph = tools->addMenu("&Graph");
   graph->setObjectName("mnuToolsGraph");
   AddCommand(graph, "mnuToolsGraphSingle", "&Standard", &MainWindow::GraphStandard);
-  AddPending(graph, "mnuToolsGraphMultiple", "&Custom", "the custom graphs and their options window.");
-  AddPending(graph, "mnuToolsGraphOptions", "&Custom graph options...", "the custom graph options window.");
+  AddCommand(graph, "mnuToolsGraphMultiple", "&Custom", &MainWindow::GraphCustom);
+  AddCommand(graph, "mnuToolsGraphOptions", "&Custom graph options...", &MainWindow::GraphOptions);
   AddCommand(graph, "mnuToolsGraphSaveAs", "&Save graph as...", &MainWindow::GraphSaveAs);
   QMenu* report = tools->addMenu("&Report");
   report->setObjectName("mnuToolsReport");
   AddCommand(report, "mnuToolsReportShort", "&Results", &MainWindow::ReportShort);
   AddCommand(report, "mnuToolsReportLong", "&Data and results", &MainWindow::ReportLong);
-  AddPending(report, "mnuToolsReportGraph", "&Active graph", "the report of the active graph.");
+  AddCommand(report, "mnuToolsReportGraph", "&Active graph", &MainWindow::ReportGraph);
   AddCommand(report, "mnuToolsReportSaveAs", "Save report &as...", &MainWindow::ReportSaveAs);
+  AddCommand(report, "mnuToolsReportPrint", "&Print...", &MainWindow::ReportPrint)->setShortcut(QKeySequence::Print);
   tools->addSeparator();
   AddCommand(tools, "mnuToolsOptions", "&Options...", &MainWindow::ToolsOptions);
 
@@ -260,12 +295,17 @@ void MainWindow::BuildMenus() {
       {"mnuAnalysisClearResults", "Set all computed results to zero"},
       {"mnuAnalysisEditResultsMode", "Type results into the columns set to Lock or Enter"},
       {"mnuAnalysisResistanceSensitivity", "How strongly the hull drag reacts to each hull parameter"},
+      {"mnuAnalysisMethodExpert", "Rank the methods of the selected method row for this vessel and take one"},
       {"mnuToolsOptions", "Settings of the program"},
       {"mnuToolsGraphSingle", "Show the standard graph of the mode"},
       {"mnuToolsGraphSaveAs", "Save the graph as a picture"},
       {"mnuToolsReportShort", "Show the results report of the mode"},
       {"mnuToolsReportLong", "Show the data and results report of the mode"},
-      {"mnuToolsReportSaveAs", "Save the report on show as PDF or CSV"},
+      {"mnuToolsReportSaveAs", "Save the report on show as PDF, HTML or CSV"},
+      {"mnuToolsGraphMultiple", "Show every graph of the custom set"},
+      {"mnuToolsGraphOptions", "Choose the graphs of the custom set, their lines, legend and compare files"},
+      {"mnuToolsReportGraph", "Show the report of the active graph"},
+      {"mnuToolsReportPrint", "Print the report on show"},
       {"mnuHelpAbout", "Program version"},
   };
   for (const auto& [name, tip] : tips) actions_.value(name)->setStatusTip(tip);
@@ -383,6 +423,7 @@ void MainWindow::RebuildAll() {
   UpdateRecentMenu();
   resistance_->Rebuild();
   propulsion_->Rebuild();
+  if (tasks_) tasks_->Fill();
   RefreshCalculateButton();
 }
 
@@ -402,6 +443,44 @@ void MainWindow::FileNew() { ShowFileResult(NewCommand(&settings_)); }
 void MainWindow::FileOpen() { ShowFileResult(OpenCommand({}, &settings_)); }
 
 void MainWindow::FileSave() { ShowFileResult(SaveCommand(&settings_)); }
+
+namespace {
+// The types of a file dialog as one filter text, and the index of the type chosen.
+QString FilterText(std::span<const char* const> types) {
+  QStringList list;
+  for (const char* t : types) list << t;
+  return list.join(";;");
+}
+int FilterIndex(std::span<const char* const> types, const QString& chosen) {
+  for (size_t i = 0; i < types.size(); ++i)
+    if (chosen == types[i]) return static_cast<int>(i);
+  return 0;
+}
+}  // namespace
+
+// The dialog is the window's; what the chosen type means is the engine's ImportCommand.
+void MainWindow::FileImport() {
+  QString type;
+  const QString path =
+      QFileDialog::getOpenFileName(this, "Open file...", QString(), FilterText(kImportFileTypes), &type);
+  if (path.isEmpty()) return;
+  const auto kind = static_cast<ImportKind>(FilterIndex(kImportFileTypes, type));
+  ShowFileResult(ImportCommand(path.toStdString(), kind, &settings_));
+}
+
+void MainWindow::FileExport() {
+  QString type;
+  QString path = QFileDialog::getSaveFileName(this, "Save file...", QString(), FilterText(kExportFileTypes), &type);
+  if (path.isEmpty()) return;
+  if (QFileInfo(path).suffix().isEmpty()) path += FilterIndex(kExportFileTypes, type) == 0 ? ".vl5" : ".ship";
+  ShowFileResult(ExportCommand(path.toStdString()));
+}
+
+void MainWindow::ExportPropellerCad() {
+  statusBar()->showMessage(kIGESStatusText);
+  ShowFileResult(ExportPropellerCadCommand({}));
+  statusBar()->clearMessage();
+}
 
 void MainWindow::FileSaveAs() { ShowFileResult(SaveAsCommand({}, &settings_)); }
 
@@ -440,26 +519,48 @@ void MainWindow::EditResultsMode() {
   propulsion_->SetEditResultsMode(editResults_);
 }
 
+void MainWindow::MethodExpert() {
+  // The family of the method selector under the cursor; else the mode's main method.
+  ModeWindow* w = CurrentModeWindow();
+  MethodFamily family = App().CurrentMode == Mode::Propulsion ? MethodFamily::Interaction : MethodFamily::Hull;
+  MethodExpertDialog::FamilyOfEntryRow(*w->Entry(), w->EntryView()->currentIndex().row(), family);
+  if (!MethodExpertDialog::Run(family, this)) return;
+  UpdateTitle();
+  resistance_->Rebuild();
+  propulsion_->Rebuild();
+}
+
 void MainWindow::ParameterInfluence() {
   InfluenceDialog::Run(this);
 }
 
-void MainWindow::GraphStandard() { CurrentModeWindow()->ShowGraph(); }
+void MainWindow::GraphStandard() { CurrentModeWindow()->SetGraphMode(GraphMode::Standard); }
+
+void MainWindow::GraphCustom() { CurrentModeWindow()->SetGraphMode(GraphMode::Multiple); }
+
+void MainWindow::GraphOptions() {
+  if (GraphOptionsDialog::Run(App().CurrentMode, this)) CurrentModeWindow()->SetGraphMode(GraphMode::Custom);
+}
 
 void MainWindow::GraphSaveAs() {
-  GraphView* view = CurrentModeWindow()->Graph();
-  CurrentModeWindow()->ShowGraph();
+  ModeWindow* w = CurrentModeWindow();
+  if (w->ShowsReport()) w->ShowGraph();
+  GraphView* view = w->Graph();
   if (!view->Graph()) {
     hooks_.ShowMessage("Save graph", "There is no graph to save: calculate first.", 0);
     return;
   }
+  // The product's JPEG and Bitmap, and PNG and SVG beside them.
+  std::vector<std::string> types = SaveGraphFileTypes();
+  types.insert(types.end(), {"PNG (*.png)", "Scalable Vector Graphics (*.svg)"});
   std::string filter;
-  for (const std::string& t : SaveGraphFileTypes()) filter += (filter.empty() ? "" : ";;") + t;
+  for (const std::string& t : types) filter += (filter.empty() ? "" : ";;") + t;
   std::string path = hooks_.AskFilePath(kSaveGraphDialogTitle, filter, true);
   if (path.empty()) return;
   if (std::filesystem::path(path).extension().empty()) path += ".jpg";
   std::string error;
-  if (!SaveGraphFile(*view->Graph(), path, view->width(), view->height(), &error))
+  const QSize size = view->GraphSize();
+  if (!SaveGraphFile(*view->Graph(), path, size.width(), size.height(), &error))
     hooks_.ShowMessage("Save graph", error, 0);
 }
 
@@ -472,41 +573,159 @@ void MainWindow::ReportShort() { CurrentModeWindow()->ShowReport(ReportOf(false)
 
 void MainWindow::ReportLong() { CurrentModeWindow()->ShowReport(ReportOf(true), "Report: Data & Results"); }
 
+void MainWindow::ReportGraph() { CurrentModeWindow()->ShowGraphReport(); }
+
 void MainWindow::ReportSaveAs() {
-  std::string path = hooks_.AskFilePath("Save file...", "Adobe Portable Document (*.pdf);;Comma Separated Values (*.csv)", true);
+  std::string path = hooks_.AskFilePath("Save file...", kSaveReportFilter, true);
   if (path.empty()) return;
-  if (std::filesystem::path(path).extension().empty()) path += ".pdf";
+  if (std::filesystem::path(path).extension().empty()) path += kSaveReportDefaultExtension;
   if (IsReadOnlyFile(path)) {
     hooks_.ShowMessage("Read-Only Error", "The report could not be saved. The selected file is Read-only.", 0);
     return;
   }
-  ReportOptions options;
-  options.symbols = settings_.Get("Report", "ShowSymbolsValuesPage", "Show") != "Omit";
-  ModelSet set = App().primary;
-  set.SpeedPerformance = set.SpeedPerformance->CopyClass();
-  set.Hull = set.Hull->CopyClass();
-  const ReportDocument doc = BuildReport(set, ReportOf(CurrentModeWindow()->ShowsReport()), options);
   std::string error;
-  bool ok = false;
-  if (EqualsNoCase(std::filesystem::path(path).extension().string(), ".csv")) {
-    const SafeWriteResult r = WriteFileSafely(path, WriteReportCsv(doc));
-    ok = r.ok;
-    error = r.message;
-  } else {
-    ok = WriteReportPdf(doc, path, &error);
-  }
-  if (!ok) hooks_.ShowMessage("Save report", "The report could not be saved. " + error, 0);
+  if (!WriteReportFile(CurrentModeWindow()->CurrentReport(), path, &error))
+    hooks_.ShowMessage("Save report", "The report could not be saved. " + error, 0);
+}
+
+void MainWindow::ReportPrint() {
+#ifdef VELMAR_HAVE_PRINT
+  const ReportDocument doc = CurrentModeWindow()->CurrentReport();
+  QPrinter printer(QPrinter::HighResolution);
+  QPrintDialog dialog(&printer, this);
+  dialog.setWindowTitle("Print report");
+  if (dialog.exec() != QDialog::Accepted) return;
+  std::string error;
+  if (PrintReport(doc, printer, &error) == 0) hooks_.ShowMessage("Print report", "The report was not printed: " + error, 0);
+#else
+  hooks_.ShowMessage("Print report", "This build has no printing; save the report as PDF instead.", 0);
+#endif
 }
 
 void MainWindow::ToolsOptions() {
   OptionsDialog dialog(settings_, this);
-  if (dialog.exec() == QDialog::Accepted) dialog.Apply();
+  if (dialog.exec() != QDialog::Accepted) return;
+  dialog.Apply();
+  for (ModeWindow* w : {resistance_, propulsion_}) w->SetReportOptions(ReportOptionsFromSettings(settings_));
 }
 
 void MainWindow::HelpAbout() {
   QMessageBox::about(this, "About Velmar",
                      Q("Velmar " + ProgramVersionText() +
                        "\n\nShip resistance and propulsion prediction.\nCorvenith"));
+}
+
+void MainWindow::BuildDataWindowCommands() {
+  // The task list stands beside both mode windows.
+  tasks_ = new TaskListPane(this);
+  auto* dock = new QDockWidget("Task list", this);
+  dock->setObjectName("dockTaskList");
+  dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+  dock->setWidget(tasks_);
+  addDockWidget(Qt::RightDockWidgetArea, dock);
+  resizeDocks({dock}, {330}, Qt::Horizontal);
+  connect(tasks_, &TaskListPane::Changed, this, &MainWindow::UpdateTitle);
+  connect(tasks_, &TaskListPane::CommandRequested, this, [this](const QString& menu, const QString& item) {
+    if (!RunMenuCommand(menu, item)) statusBar()->showMessage("No command " + menu + " : " + item + ".", 5000);
+  });
+
+  // The data windows open from the context menu of the entry table, on the row they serve.
+  const std::pair<QAction*, const char*> commands[] = {
+      {AddCommand(nullptr, "mnuEntryEstimates", "&Estimates...", &MainWindow::EntryEstimates),
+       "Proposed values for the hull item of the selected row"},
+      {AddCommand(nullptr, "mnuEntryPropellerSizing", "Propeller &sizing...", &MainWindow::PropellerSizing),
+       "Size the propeller for the design point and write it to the propeller data"},
+      {AddCommand(nullptr, "mnuEntryEngineData", "E&ngine data...", &MainWindow::EngineData),
+       "The engine's rated point and curves, and the engine file (*.engn)"},
+      {AddCommand(nullptr, "mnuEntryWaterjetData", "&Waterjet data...", &MainWindow::WaterjetData),
+       "The waterjet's impellers and power series, and the waterjet file (*.wjet)"},
+  };
+  for (const auto& [action, tip] : commands) {
+    action->setStatusTip(tip);
+    for (ModeWindow* w : {resistance_, propulsion_}) w->EntryView()->addAction(action);
+  }
+}
+
+// The estimate item of the selected entry row, with the row's caption; false for a row that
+// has no estimates.
+namespace {
+bool EstimateOfRow(const EntryTableModel& model, int row, EstimateItem& item, QString& caption) {
+  if (row < 0) return false;
+  for (const EntryGroup& g : EntryTableOf(model.Table()).groups)
+    for (const EntryRow& r : g.rows)
+      if (model.RowOf(r.object, r.field) == row &&
+          (r.object == EntryObject::Hull || r.object == EntryObject::ITTC78) &&
+          EstimateItemFromName(r.field, item)) {
+        caption = model.index(row, EntryTableModel::kCaption).data().toString();
+        return true;
+      }
+  return false;
+}
+}  // namespace
+
+void MainWindow::EntryEstimates() {
+  ModeWindow* w = CurrentModeWindow();
+  const QModelIndex current = w->EntryView()->currentIndex();
+  EstimateItem item;
+  QString caption;
+  if (!EstimateOfRow(*w->Entry(), current.row(), item, caption)) {
+    statusBar()->showMessage("Estimates are offered on the rows of the hull table that have them: waterplane area, "
+                             "LCB and LCG, LCF, max section area, wetted surface, half entrance angle, form factor "
+                             "and correlation allowance.",
+                             8000);
+    return;
+  }
+  EstimatesDialog dialog(item, caption, this);
+  if (dialog.exec() != QDialog::Accepted || !dialog.Chosen()) return;
+  // The value enters the cell as a typed value does.
+  w->Entry()->setData(w->Entry()->index(current.row(), EntryTableModel::kValue), *dialog.Chosen());
+}
+
+void MainWindow::PropellerSizing() {
+  SizingDialog dialog(true, this);
+  dialog.exec();
+  RebuildAll();
+}
+
+void MainWindow::ShowPropellerSizing() {
+  SizingDialog dialog(false, this);
+  dialog.exec();
+}
+
+void MainWindow::EngineData() {
+  EngineWindow window(this);
+  if (window.exec() == QDialog::Accepted) RebuildAll();
+}
+
+void MainWindow::WaterjetData() {
+  WaterjetWindow window(this);
+  if (window.exec() == QDialog::Accepted) RebuildAll();
+}
+
+bool MainWindow::RunMenuCommand(const QString& menu, const QString& item) {
+  const auto plain = [](QString text) {
+    text.remove('&');
+    if (text.endsWith("...")) text.chop(3);
+    return text.trimmed();
+  };
+  for (QAction* top : menuBar()->actions()) {
+    if (!top->menu() || plain(top->text()).compare(menu, Qt::CaseInsensitive) != 0) continue;
+    for (QAction* a : top->menu()->actions()) {
+      // "Calculate" stands for "Calculate: Resistance" and "Calculate: Propulsion".
+      const QString text = plain(a->text());
+      if (a->isSeparator() ||
+          (text.compare(item, Qt::CaseInsensitive) != 0 && !text.startsWith(item + ":", Qt::CaseInsensitive)))
+        continue;
+      if (a->menu() && !a->menu()->actions().isEmpty()) a = a->menu()->actions().front();
+      if (!a->isEnabled()) {
+        statusBar()->showMessage(a->statusTip(), 8000);
+        return true;
+      }
+      a->trigger();
+      return true;
+    }
+  }
+  return false;
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

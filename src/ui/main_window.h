@@ -24,6 +24,7 @@ namespace velmar {
 
 class ModeWindow;
 class QtHooks;
+class TaskListPane;
 
 class MainWindow : public QMainWindow {
   Q_OBJECT
@@ -44,6 +45,12 @@ class MainWindow : public QMainWindow {
   void SetMode(Mode mode);
   void ShowEntryTable(EntryCommand command);
   QString ModeText() const;
+  TaskListPane* TaskList() const { return tasks_; }
+  // Runs the command of a menu by its captions without "&" and "...", as the notes of a task
+  // name it ("Edit", "Hull"); a submenu runs its first command. False when there is none.
+  bool RunMenuCommand(const QString& menu, const QString& item);
+  // The propeller sizing window in a propulsion prediction that sizes.
+  void ShowPropellerSizing();
 
   // Hooks of the engine.
   void EndCellEdits();
@@ -74,6 +81,9 @@ class MainWindow : public QMainWindow {
   void FileOpen();
   void FileSave();
   void FileSaveAs();
+  void FileImport();
+  void FileExport();
+  void ExportPropellerCad();
   void FileExit();
   void OpenRecent(int index);
   void EditUnits();
@@ -89,12 +99,23 @@ class MainWindow : public QMainWindow {
   void ClearAllResults();
   void EditResultsMode();
   void ParameterInfluence();
+  void MethodExpert();
   void GraphStandard();
   void GraphSaveAs();
+  void GraphCustom();
+  void GraphOptions();
+  void ReportGraph();
+  void ReportPrint();
   void ReportShort();
   void ReportLong();
   void ReportSaveAs();
   ReportKind ReportOf(bool withData) const;
+  // The data windows, from the context menu of the entry table.
+  void EntryEstimates();
+  void EngineData();
+  void WaterjetData();
+  void PropellerSizing();
+  void BuildDataWindowCommands();
   void ToolsOptions();
   void HelpAbout();
 
@@ -106,6 +127,7 @@ class MainWindow : public QMainWindow {
   ModeWindow* resistance_ = nullptr;
   ModeWindow* propulsion_ = nullptr;
   QLabel* modeLabel_ = nullptr;
+  TaskListPane* tasks_ = nullptr;
   bool editResults_ = false;
 };
 

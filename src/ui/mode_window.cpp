@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QSplitter>
@@ -15,9 +16,9 @@
 #include "app/settings_store.h"
 #include "render/report_graph_image.h"
 #include "reports/report_writers.h"
-#include "ui/graph_pane.h"
-
 #include "ui/entry_model.h"
+#include "ui/graph_options_dialog.h"
+#include "ui/graph_pane.h"
 #include "ui/results_model.h"
 
 namespace velmar {
@@ -89,6 +90,8 @@ ModeWindow::ModeWindow(Mode mode, QWidget* parent)
       entryTitle_(Caption(entry_->Title(), this)),
       resultsTitle_(Caption(mode == Mode::Resistance ? "Results: Resistance" : "Results: Propulsion", this)),
       paneTitle_(Caption("Graph: Standard", this)),
+      graphMode_(new QComboBox(this)),
+      graphPreset_(new QComboBox(this)),
       graphPane_(new QStackedWidget(this)),
       graph_(new GraphView(graphPane_)),
       reportView_(new QTextBrowser(graphPane_)) {
@@ -139,7 +142,23 @@ ModeWindow::ModeWindow(Mode mode, QWidget* parent)
   auto* bottomLayout = new QVBoxLayout(bottom);
   bottomLayout->setContentsMargins(0, 0, 0, 0);
   bottomLayout->setSpacing(2);
-  bottomLayout->addWidget(paneTitle_);
+  // The graph mode and, for "Graph: Single", the preset of the mode's list, beside the caption.
+  graphMode_->setObjectName("cboGraphMode");
+  for (int m = 0; m <= static_cast<int>(GraphMode::Custom); ++m)
+    graphMode_->addItem(GraphModeCaption(static_cast<GraphMode>(m)));
+  graphPreset_->setObjectName("cboGraphPreset");
+  graphPreset_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  connect(graphMode_, &QComboBox::activated, this,
+          [this](int m) { SetGraphMode(static_cast<GraphMode>(m)); });
+  connect(graphPreset_, &QComboBox::activated, this,
+          [this](int i) { SetGraphMode(GraphMode::Single, graphPreset_->itemData(i).toInt()); });
+  auto* paneHead = new QHBoxLayout;
+  paneHead->setContentsMargins(0, 0, 0, 0);
+  paneHead->addWidget(paneTitle_);
+  paneHead->addStretch();
+  paneHead->addWidget(graphMode_);
+  paneHead->addWidget(graphPreset_);
+  bottomLayout->addLayout(paneHead);
   bottomLayout->addWidget(graphPane_);
 
   auto* right = new QSplitter(Qt::Vertical, this);
@@ -201,34 +220,89 @@ void ModeWindow::RefreshResults() {
 
 void ModeWindow::ShowGraph() {
   report_.reset();
+  graphReport_ = false;
   RedrawPane();
 }
 
 void ModeWindow::ShowReport(ReportKind kind, const QString& caption) {
   report_ = kind;
+  graphReport_ = false;
   paneTitle_->setText(caption);
   RedrawPane();
 }
 
-void ModeWindow::RedrawPane() {
-  if (!report_) {
-    paneTitle_->setText("Graph: Standard");
-    graph_->Build(mode_);
-    graphPane_->setCurrentWidget(graph_);
-    return;
-  }
-  ReportOptions options;
-  options.symbols = true;
+void ModeWindow::ShowGraphReport() {
+  report_.reset();
+  graphReport_ = true;
+  paneTitle_->setText("Report: Graph");
+  RedrawPane();
+}
+
+void ModeWindow::SetGraphMode(GraphMode graphMode, int preset) {
+  GraphSettings& s = ProgramGraphSettings();
+  s.graphMode[static_cast<size_t>(mode_)] = graphMode;
+  if (preset >= 1) s.singlePreset[static_cast<size_t>(mode_)] = preset;
+  ShowGraph();
+}
+
+QString ModeWindow::PaneCaption() const { return paneTitle_->text(); }
+
+void ModeWindow::BuildGraphs() {
+  const GraphSettings& s = ProgramGraphSettings();
+  const GraphMode graphMode = s.graphMode[static_cast<size_t>(mode_)];
+  // The presets of the list the propulsor calls for; "Custom" (index 0) is the custom set's.
+  const std::vector<const GraphPreset*> presets = PresetsOf(PresetListFor(App().primary, mode_));
+  const int preset =
+      std::clamp(s.singlePreset[static_cast<size_t>(mode_)], 1, static_cast<int>(presets.size()) - 1);
+  graphPreset_->clear();
+  for (size_t i = 1; i < presets.size(); ++i) graphPreset_->addItem(presets[i]->name, static_cast<int>(i));
+  graphPreset_->setCurrentIndex(preset - 1);
+  graphMode_->setCurrentIndex(static_cast<int>(graphMode));
+  graph_->Build(mode_, graphMode, preset);
+}
+
+ReportDocument ModeWindow::CurrentReport() {
   // The report reads through the checks: it is built from copies of the results and hull.
   ModelSet set = App().primary;
   set.SpeedPerformance = set.SpeedPerformance->CopyClass();
   set.Hull = set.Hull->CopyClass();
-  const ReportDocument doc = BuildReport(set, *report_, options);
+  // The date and time of a report are those of its making.
+  ReportOptions options = reportOptions_;
+  options.when = Now();
+  if (graphReport_) {
+    BuildGraphs();
+    const clsVXCoordinateGraph empty;
+    return BuildGraphReport(set, mode_, graph_->Graph() ? *graph_->Graph() : empty,
+                            graph_->GraphCaption().toStdString(), options);
+  }
+  return BuildReport(
+      set, report_.value_or(mode_ == Mode::Propulsion ? ReportKind::FullPropulsion : ReportKind::Resistance),
+      options);
+}
+
+void ModeWindow::SetReportOptions(const ReportOptions& options) {
+  reportOptions_ = options;
+  if (ShowsReport()) RedrawPane();
+}
+
+void ModeWindow::RedrawPane() {
+  const bool report = ShowsReport();
+  graphMode_->setVisible(!report);
+  graphPreset_->setVisible(!report &&
+                           ProgramGraphSettings().graphMode[static_cast<size_t>(mode_)] == GraphMode::Single);
+  if (!report) {
+    BuildGraphs();
+    paneTitle_->setText(GraphModeCaption(ProgramGraphSettings().graphMode[static_cast<size_t>(mode_)]));
+    graphPane_->setCurrentWidget(graph_);
+    return;
+  }
+  const ReportDocument doc = CurrentReport();
   QTextDocument* text = reportView_->document();
   int graph = 0;
   for (const ReportBlock& b : doc.blocks) {
     if (b.kind != ReportBlockKind::Graph) continue;
-    text->addResource(QTextDocument::ImageResource, QUrl(QString::fromStdString(ReportGraphResourceName(graph++))),
+    text->addResource(QTextDocument::ImageResource,
+                      QUrl(QString::fromStdString(ReportGraphResourceName(graph++))),
                       RenderReportGraph(b.graph, 1.0));
   }
   reportView_->setHtml(QString::fromStdString(WriteReportHtml(doc, HtmlFlavour::RichText)));
@@ -248,6 +322,5 @@ void ModeWindow::SetEditResultsMode(bool on) {
                                    : QAbstractItemView::NoEditTriggers);
   FitColumns();
 }
-
 
 }  // namespace velmar

@@ -3,15 +3,17 @@
 #pragma once
 
 #include <QPointer>
-#include <optional>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QWidget>
+#include <optional>
 
 #include "core/model_set.h"
+#include "reports/prediction_graphs.h"
 #include "reports/report.h"
 #include "ui/entry_groups.h"
 
+class QComboBox;
 class QLabel;
 class QSplitter;
 class QStackedWidget;
@@ -30,7 +32,8 @@ class EntryDelegate : public QStyledItemDelegate {
 
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
-  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const override;
   void setEditorData(QWidget* editor, const QModelIndex& index) const override;
   void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
   void destroyEditor(QWidget* editor, const QModelIndex& index) const override;
@@ -59,10 +62,23 @@ class ModeWindow : public QWidget {
   void RefreshResults();
   void EndCellEdits();
   void SetEditResultsMode(bool on);
-  // The pane below the results shows the mode's standard graph, or a report.
+  // The pane below the results shows the graphs of the mode's graph mode, or a report.
   void ShowGraph();
+  // Turns the pane to a graph mode; for "Graph: Single" also the preset (index in the mode's
+  // list; -1 keeps the last).
+  void SetGraphMode(GraphMode graphMode, int preset = -1);
+  QComboBox* GraphModeBox() const { return graphMode_; }
+  QComboBox* GraphPresetBox() const { return graphPreset_; }
+  QString PaneCaption() const;
   void ShowReport(ReportKind kind, const QString& caption);
-  bool ShowsReport() const { return report_.has_value(); }
+  // "Report: Graph": the report of the active graph of the graph mode.
+  void ShowGraphReport();
+  bool ShowsReport() const { return report_.has_value() || graphReport_; }
+  // The report on show (the results report when the pane shows graphs), as Print and Save
+  // report write it; built anew from the project as it stands.
+  ReportDocument CurrentReport();
+  // "Prepared by" and the page of symbols, from the options.
+  void SetReportOptions(const ReportOptions& options);
   GraphView* Graph() const { return graph_; }
   QTextBrowser* Report() const { return reportView_; }
 
@@ -72,6 +88,7 @@ class ModeWindow : public QWidget {
  private:
   void FitColumns();
   void RedrawPane();
+  void BuildGraphs();
 
   Mode mode_;
   EntryTableModel* entry_;
@@ -83,10 +100,14 @@ class ModeWindow : public QWidget {
   QLabel* entryTitle_;
   QLabel* resultsTitle_;
   QLabel* paneTitle_;
+  QComboBox* graphMode_;
+  QComboBox* graphPreset_;
   QStackedWidget* graphPane_;
   GraphView* graph_;
   QTextBrowser* reportView_;
   std::optional<ReportKind> report_;
+  bool graphReport_ = false;
+  ReportOptions reportOptions_;
 };
 
 }  // namespace velmar

@@ -80,4 +80,8 @@ void QtHooks::ShowModeView(int mode) {
   if (window_) window_->SetMode(mode == 1 ? Mode::Propulsion : Mode::Resistance);
 }
 
+void QtHooks::ShowPropellerSizing() {
+  if (window_) window_->ShowPropellerSizing();
+}
+
 }  // namespace velmar

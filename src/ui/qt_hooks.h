@@ -24,6 +24,7 @@ class QtHooks : public UIHooks {
   void SetCalculateButton(std::string_view image, std::optional<bool> button5Enabled) override;
   void EnableHullDragTableCommand(bool enabled) override;
   void ShowModeView(int mode) override;
+  void ShowPropellerSizing() override;
 
   void SetWindow(MainWindow* window) { window_ = window; }
 

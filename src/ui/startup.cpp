@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QTableView>
+#include <QTableWidget>
 #include <algorithm>
 #include <cstdio>
 
@@ -15,8 +16,16 @@
 #include "app/calculate.h"
 #include "app/file_commands.h"
 #include "files/project_file.h"
+#include "propulsion/propeller_sizing.h"
+#include "ui/engine_window.h"
 #include "ui/entry_model.h"
+#include "ui/estimates_dialog.h"
+#include "ui/sizing_dialog.h"
+#include "ui/task_list_pane.h"
+#include "ui/waterjet_window.h"
+#include "ui/graph_options_dialog.h"
 #include "ui/main_window.h"
+#include "ui/method_expert_dialog.h"
 #include "ui/mode_window.h"
 #include "ui/options_dialog.h"
 #include "ui/qt_hooks.h"
@@ -164,7 +173,52 @@ int WriteScreenshots(MainWindow& window, const QString& folder) {
   Save(window.grab(), folder + "/main-propulsion.png", count);
 
   for (const EntryTable& t : EntryTables()) Save(EntryTablePicture(t.command), folder + "/" + FileNameOf(t.command), count);
+
+  // The data windows, each shown without its own event loop.
+  const auto grab = [&](QWidget& w, const char* file) {
+    w.show();
+    QCoreApplication::processEvents();
+    Save(w.grab(), folder + "/" + file, count);
+    w.close();
+  };
+  Save(window.TaskList()->grab(), folder + "/task-list.png", count);
+  EstimatesDialog estimates(EstimateItem::WettedSurface, "Wetted surface:", &window);
+  estimates.Proposals()->setCurrentCell(5, 0);  // "Holtrop", with its check rows
+  grab(estimates, "estimates.png");
+  // Sized by total drag for a new diameter and pitch, on the drag of the resistance run above.
+  ModelSet& p = App().primary;
+  p.PropellerSizing->PropellerSizingIdentity(3);
+  p.PropellerSizing->DiameterSolution(1);
+  p.PropellerSizing->PitchMeanSolution(1);
+  SizingDialog sizing(true, &window);
+  sizing.SizePropeller();
+  grab(sizing, "propeller-sizing.png");
+  EngineWindow engine(&window);
+  grab(engine, "engine-data.png");
+  WaterjetWindow waterjet(&window);
+  grab(waterjet, "waterjet-data.png");
+  // The analysis windows: the Method Expert on the hull drag methods, the custom graph
+  // options, the custom set of graphs and the report of the active graph.
   window.SetMode(Mode::Resistance);
+  RunCalculate();
+  window.RefreshResults();
+  const auto shoot = [&](QWidget& w, const QString& file) {
+    w.show();
+    QCoreApplication::processEvents();
+    Save(w.grab(), folder + "/" + file, count);
+    w.close();
+  };
+  MethodExpertDialog expert(MethodFamily::Hull, &window);
+  shoot(expert, "method-expert.png");
+  GraphOptionsDialog graphOptions(Mode::Resistance, &window);
+  shoot(graphOptions, "graph-options.png");
+  window.CurrentModeWindow()->SetGraphMode(GraphMode::Multiple);
+  QCoreApplication::processEvents();
+  Save(window.grab(), folder + "/main-graph-custom.png", count);
+  window.CurrentModeWindow()->ShowGraphReport();
+  QCoreApplication::processEvents();
+  Save(window.grab(), folder + "/main-report-graph.png", count);
+  window.CurrentModeWindow()->SetGraphMode(GraphMode::Standard);
   return count;
 }
 

@@ -15,6 +15,7 @@ namespace {
 struct FamilyRow {
   MethodFamily family;
   const char* name;
+  const char* title;  // as the Expert's window and the command line head the list
   const LabelList* labels;
   std::vector<int> checkIds;
   Mode mode;
@@ -24,20 +25,38 @@ const std::vector<FamilyRow>& Families() {
   static const std::vector<FamilyRow> rows = {
       {MethodFamily::Hull,
        "hull",
+       "Hull drag",
        &kHullDragMethodLabels,
        {0,  18, 1,  23, 19, 9,  10, 11, 12, 13, 24, 25, 2,  26, 15, 7,  8,  17,
         27, 29, 30, 31, 32, 22, 3,  14, 4,  6,  5,  20, 21, 33, 34, 35, 36, 37},
        Mode::Resistance},
       {MethodFamily::Appendage,
        "appendage",
+       "Appendage drag",
        &kAppendageDragMethodLabels,
        {42, 43, 44, 45, 45, 46, 47, 48, 49},
        Mode::Resistance},
-      {MethodFamily::Wind, "wind", &kWindDragMethodLabels, {50, 51, 52, 68, 69, 70, 71}, Mode::Resistance},
-      {MethodFamily::Seas, "seas", &kSeasDragMethodLabels, {53, 54, 55, 56, 57, 72, 73, 74}, Mode::Resistance},
-      {MethodFamily::Channel, "channel", &kChannelDragMethodLabels, {58, 59, 60, 75, 76, 77}, Mode::Resistance},
+      {MethodFamily::Wind,
+       "wind",
+       "Wind drag",
+       &kWindDragMethodLabels,
+       {50, 51, 52, 68, 69, 70, 71},
+       Mode::Resistance},
+      {MethodFamily::Seas,
+       "seas",
+       "Seas drag",
+       &kSeasDragMethodLabels,
+       {53, 54, 55, 56, 57, 72, 73, 74},
+       Mode::Resistance},
+      {MethodFamily::Channel,
+       "channel",
+       "Shallow water and channel drag",
+       &kChannelDragMethodLabels,
+       {58, 59, 60, 75, 76, 77},
+       Mode::Resistance},
       {MethodFamily::Interaction,
        "interaction",
+       "Hull-propulsor interaction",
        &kPropulsionInteractionMethodLabels,
        {31, 20, 21, 33, 62, 19, 0, 63, 35, 36, 64, 61},
        Mode::Propulsion},
@@ -57,6 +76,8 @@ constexpr int kHydroITTC78CT = 1, kHydroPlaning = 2;
 }  // namespace
 
 const char* MethodFamilyName(MethodFamily family) { return FamilyOf(family).name; }
+
+const char* MethodFamilyTitle(MethodFamily family) { return FamilyOf(family).title; }
 
 bool MethodFamilyFromName(std::string_view name, MethodFamily& family) {
   for (const FamilyRow& r : Families()) {

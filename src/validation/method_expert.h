@@ -21,6 +21,8 @@ inline constexpr MethodFamily kMethodFamilies[] = {MethodFamily::Hull,    Method
 const char* MethodFamilyName(MethodFamily family);
 // The family of a name as above (any case); false if unknown.
 bool MethodFamilyFromName(std::string_view name, MethodFamily& family);
+// "Hull drag", "Appendage drag", ... "Hull-propulsor interaction".
+const char* MethodFamilyTitle(MethodFamily family);
 // The mode whose method selector opens the family: propulsion for interaction, else
 // resistance.
 Mode MethodFamilyMode(MethodFamily family);

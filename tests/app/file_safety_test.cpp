@@ -18,6 +18,7 @@
 #include "app/file_commands.h"
 #include "core/helpers.h"
 #include "files/safe_write.h"
+#include "propulsion/propeller.h"
 
 namespace velmar {
 namespace {
@@ -198,6 +199,39 @@ TEST_F(FileSafety, CommandsLeaveTheProjectAsItWasWhenTheyStop) {
   EXPECT_EQ(RecentFiles(store), (std::vector<std::string>{"e", "b", "d", "c"}));
   store.Set("RecentFiles", "RecentFile1", (dir / "gone.vxvl").string());
   EXPECT_EQ(OpenRecentCommand(0, store).message, "The file path has been altered or it no longer exists.");
+}
+
+// Import, Export and the propeller CAD export: a file that cannot be read leaves the project as
+// it was; the hull-only import changes the hull alone; read-only targets and a propeller that
+// cannot be drawn are refused in the product's words.
+TEST_F(FileSafety, ImportAndExportCommandsKeepTheProjectOrChangeOnlyWhatTheySay) {
+  WriteBytes(dir / "own.vxvl", Example());
+  ASSERT_TRUE(OpenCommand(dir / "own.vxvl").done);
+  const auto hull = App().primary.Hull;
+  const double speeds = App().primary.SpeedPerformance->count();
+  EXPECT_FALSE(ImportCommand(testing::DataPath("legacy/truncated.vl5"), ImportKind::LegacyProject).done);
+  EXPECT_EQ(App().primary.Hull, hull);
+
+  DefaultHeadlessHooks().scriptedAnswers = {Answer::No};  // no save before the hull changes
+  ASSERT_TRUE(ImportCommand(testing::DataPath("legacy/hull_only.vl5"), ImportKind::LegacyHull).done);
+  EXPECT_NEAR(App().primary.Hull->Raw(App().primary.Hull->FieldIndex("LengthWL")), 100.0, 1e-9);
+  EXPECT_EQ(App().primary.SpeedPerformance->count(), speeds);
+  EXPECT_EQ(App().primary.Project->FileName, "own.vxvl");
+
+  const std::filesystem::path vl5 = dir / "old.vl5";
+  ASSERT_TRUE(ExportCommand(vl5).done);
+  DefaultHeadlessHooks().scriptedAnswers = {Answer::No};
+  ASSERT_TRUE(ImportCommand(vl5, ImportKind::LegacyProject).done);
+  EXPECT_EQ(App().primary.Project->FileName, "untitled.vxvl");
+  EXPECT_EQ(App().primary.SpeedPerformance->count(), speeds);
+
+  ::chmod(vl5.c_str(), 0444);
+  EXPECT_EQ(ExportCommand(vl5).message, "The project could not be exported. The selected file is Read-only.");
+  ::chmod(vl5.c_str(), 0644);
+
+  App().primary.Propeller->SetRaw(App().primary.Propeller->FieldIndex("BladeCount"), 0);
+  EXPECT_EQ(ExportPropellerCadCommand(dir / "prop.igs").message, "Invalid number of propeller blades.");
+  EXPECT_FALSE(std::filesystem::exists(dir / "prop.igs"));
 }
 
 // A crash after the project was opened leaves an emergency save and the user's file as it was.
