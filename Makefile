@@ -40,7 +40,7 @@ test-asan: setup
 test-tsan: setup
 	cmake -S . -B $(BUILD_TSAN) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELMAR_TSAN=ON
 	cmake --build $(BUILD_TSAN) -j $(JOBS) --target velmar-tests
-	TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1 report_signal_unsafe=0" ctest --test-dir $(BUILD_TSAN) --output-on-failure -j $(JOBS) -E "^ui$$"
+	TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1 report_signal_unsafe=0" ctest --test-dir $(BUILD_TSAN) --output-on-failure -j $(JOBS) -E "^ui(-.*)?$$"
 
 bench: setup
 	cmake -S . -B $(BUILD_BENCH) -DCMAKE_BUILD_TYPE=Release -DVELMAR_TESTS=OFF -DVELMAR_BENCH=ON
@@ -49,7 +49,7 @@ bench: setup
 
 # The engine built by clang with the fuzzer's coverage and the sanitizers; each target in
 # fuzz/ linked against it and run for FUZZ_SECONDS, seeded with the example projects and the
-# damaged-file corpus. New inputs go to $(BUILD_FUZZ)/corpus-<target>, crashes to
+# damaged-file corpus and the legacy files. New inputs go to $(BUILD_FUZZ)/corpus-<target>, crashes to
 # $(BUILD_FUZZ)/crash-<target>-*.
 FUZZ_FLAGS := -g -O1 -fno-omit-frame-pointer -fsanitize=address,undefined -fno-sanitize-recover=undefined
 fuzz:
@@ -64,7 +64,7 @@ fuzz:
 	    $(BUILD_FUZZ)/libvelmar.a -o $(BUILD_FUZZ)/$$t; \
 	  mkdir -p $(BUILD_FUZZ)/corpus-$$t; \
 	  $(BUILD_FUZZ)/$$t -max_total_time=$(FUZZ_SECONDS) -timeout=20 -rss_limit_mb=4096 \
-	    -artifact_prefix=$(BUILD_FUZZ)/crash-$$t- $(BUILD_FUZZ)/corpus-$$t examples tests/data/corrupt; \
+	    -artifact_prefix=$(BUILD_FUZZ)/crash-$$t- $(BUILD_FUZZ)/corpus-$$t examples tests/data/corrupt tests/data/legacy; \
 	done
 
 # docs/gallery: one PNG of each preset of the cargo ship, drawn by velmar-cli graph.
@@ -84,6 +84,10 @@ gallery: build
 	  QT_QPA_PLATFORM=offscreen $(CLI) report examples/cargo_ship_si.vxvl --kind $$k --symbols \
 	    --date "2026-01-01 12:00" -o docs/gallery/cargo_ship_$$k.pdf; \
 	done
+	@# The propeller of the cargo ship exported to IGES and drawn from the written file.
+	@echo "== propeller IGES -> docs/gallery/propeller-iges.png"
+	@$(CLI) export-iges examples/cargo_ship_si.vxvl -o $(BUILD)/propeller.igs
+	@scripts/render-propeller-iges $(BUILD)/propeller.igs docs/gallery/propeller-iges.png
 
 # The window program on the bundled example.
 gui: build

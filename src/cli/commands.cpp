@@ -124,8 +124,11 @@ void RegisterCommands(CLI::App& app) {
   RegisterCalcCommands(app);
   RegisterBatchCommands(app);
   RegisterFileCommands(app);
+  RegisterLegacyCommands(app);
+  RegisterIgesCommands(app);
   RegisterGraphCommands(app);
   RegisterSizingCommands(app);
+  RegisterEngineCommands(app);
   RegisterValidationCommands(app);
   RegisterReportCommands(app);
   app.add_subcommand("units", "List the unit families with their units, factors and default formats")

@@ -22,10 +22,13 @@ void RegisterCommands(CLI::App& app);
 void RegisterBatchCommands(CLI::App& app);
 void RegisterCalcCommands(CLI::App& app);
 void RegisterFileCommands(CLI::App& app);
+void RegisterLegacyCommands(CLI::App& app);
 void RegisterGraphCommands(CLI::App& app);
 void RegisterSizingCommands(CLI::App& app);
 void RegisterValidationCommands(CLI::App& app);
 void RegisterReportCommands(CLI::App& app);
+void RegisterIgesCommands(CLI::App& app);
+void RegisterEngineCommands(CLI::App& app);
 int ExitCode();
 void SetExitCode(int code);
 // Prints "velmar-cli: " and a one-line message to standard error and sets the exit code.

@@ -7,8 +7,38 @@
 #include "app/application.h"
 #include "core/format.h"
 
+#ifdef VELMAR_RENDER_HELPER
+#include <unistd.h>
+
+#include <cstring>
+#include <filesystem>
+
+namespace {
+
+// PNG, JPEG, BMP and PDF are drawn by the Qt back end, whose shared libraries would be loaded
+// on every run of this program, also for a calc that is over in a millisecond. This program
+// has no Qt; it starts the same command in its sibling that has the back end, from the same
+// folder. Without the sibling the command runs here and draws SVG and the text reports only.
+void HandDrawingCommandsOver(char** argv) {
+  const char* command = nullptr;
+  for (char** a = argv + 1; *a && !command; ++a)
+    if (**a != '-') command = *a;
+  if (!command || (std::strcmp(command, "graph") != 0 && std::strcmp(command, "report") != 0)) return;
+  std::error_code error;
+  const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+  if (error) return;
+  const std::string helper = (self.parent_path() / VELMAR_RENDER_HELPER).string();
+  if (access(helper.c_str(), X_OK) == 0) execv(helper.c_str(), argv);
+}
+
+}  // namespace
+#endif
+
 int main(int argc, char** argv) {
   using namespace velmar;
+#ifdef VELMAR_RENDER_HELPER
+  HandDrawingCommandsOver(argv);
+#endif
   CLI::App app{"Velmar: ship resistance and propulsion prediction, headless front end", "velmar-cli"};
   app.set_version_flag("--version", ProgramVersionText());
   app.require_subcommand(0, 1);
