@@ -2,6 +2,7 @@
 // code: 0 success, 1 a prediction failed, 2 a usage or file error.
 #pragma once
 
+#include <exception>
 #include <string>
 
 namespace CLI {
@@ -33,6 +34,16 @@ int ExitCode();
 void SetExitCode(int code);
 // Prints "velmar-cli: " and a one-line message to standard error and sets the exit code.
 void Fail(int code, const std::string& message);
+// Runs a command's body: a fault of the engine ends the command with one line rather than an
+// abort.
+template <class F>
+void Guarded(F f) {
+  try {
+    f();
+  } catch (const std::exception& e) {
+    Fail(kExitUsage, std::string("internal error: ") + e.what());
+  }
+}
 // Opens `path` into a fresh project (NewProject, then OpenProjectFile). False, with a
 // one-line message and exit code 2, when it does not exist or is not a project.
 bool OpenInput(const std::string& path, OpenResult& result);

@@ -315,16 +315,6 @@ void RunExportShip(const std::string& path, const std::string& out) {
   std::cout << "Exported the ship of " << Quoted(path) << " to " << Quoted(out) << "\n";
 }
 
-// A fault of the engine ends the command with one line rather than an abort.
-template <class F>
-void Guarded(F f) {
-  try {
-    f();
-  } catch (const std::exception& e) {
-    Fail(kExitUsage, std::string("internal error: ") + e.what());
-  }
-}
-
 }  // namespace
 
 // Opens `path` into a fresh project. False, with the message given, when it cannot be opened.

@@ -54,15 +54,6 @@ void RunExport(const std::string& path, const std::string& out) {
   PrintItems(r, "File Export Error: these items could not be written:");
 }
 
-template <class F>
-void Guarded(F f) {
-  try {
-    f();
-  } catch (const std::exception& e) {
-    Fail(kExitUsage, std::string("internal error: ") + e.what());
-  }
-}
-
 }  // namespace
 
 void RegisterLegacyCommands(CLI::App& app) {

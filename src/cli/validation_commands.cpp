@@ -277,15 +277,6 @@ void RunExpert(const ExpertOptions& o) {
   if (json) std::cout << "}\n";
 }
 
-template <class Fn>
-void Guarded(Fn fn) {
-  try {
-    fn();
-  } catch (const std::exception& e) {
-    Fail(kExitUsage, std::string("internal error: ") + e.what());
-  }
-}
-
 }  // namespace
 
 void RegisterValidationCommands(CLI::App& app) {
