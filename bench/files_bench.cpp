@@ -1,23 +1,19 @@
 // Benchmarks of the project file: open and save of the largest example project, and the
 // parse of a one-megabyte document of blocks, numbers, texts and lists.
-#include <benchmark/benchmark.h>
-
-#include <filesystem>
 #include <random>
 #include <string>
 
-#include "app/application.h"
+#include "bench_support.h"
 #include "files/file_json.h"
-#include "files/project_file.h"
 
 namespace velmar {
 namespace {
 
 namespace fs = std::filesystem;
 
-// The largest project among the examples beside this source tree.
+// The largest project among the examples.
 fs::path LargestExample() {
-  const fs::path dir = fs::path(__FILE__).parent_path().parent_path() / "examples";
+  const fs::path dir = bench::Examples();
   fs::path best;
   std::error_code ec;
   for (const auto& e : fs::directory_iterator(dir, ec))

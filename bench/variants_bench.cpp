@@ -1,26 +1,16 @@
 // Benchmark of a sweep of variants as the batch command runs it on one thread: the cargo-ship
 // example with its waterline length varied over 16 values, each variant a fresh copy of the
 // project calculated in Resistance mode (Arg 0) or in Propulsion mode on top (Arg 1).
-#include <benchmark/benchmark.h>
-
-#include <filesystem>
 #include <string>
 
-#include "app/application.h"
 #include "app/variants.h"
-#include "files/project_file.h"
+#include "bench_support.h"
 
 namespace velmar {
 namespace {
 
 void BM_SweepLength16Variants(benchmark::State& state) {
-  const auto path =
-      std::filesystem::path(__FILE__).parent_path().parent_path() / "examples" / "cargo_ship_si.vxvl";
-  NewProject();
-  if (!OpenProjectFile(path).opened) {
-    state.SkipWithError("the cargo-ship example could not be opened");
-    return;
-  }
+  if (!bench::OpenExample(state, "cargo_ship_si.vxvl")) return;
   const ModelSet base = CopyModelSet(App().primary);
   SweepGrid grid;
   SweepAxis axis;

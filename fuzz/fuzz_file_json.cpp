@@ -6,18 +6,11 @@
 #include <string>
 #include <string_view>
 
-#include "core/ui_hooks.h"
 #include "files/file_json.h"
 #include "files/text_codec.h"
+#include "fuzz_support.h"
 
 namespace {
-
-// Dialogs (list gaps) are dropped, so memory stays flat over millions of runs.
-class SilentHooks : public velmar::UIHooks {
- public:
-  velmar::Answer Ask(std::string_view, std::string_view, bool, velmar::Answer a) override { return a; }
-  void ShowMessage(std::string_view, std::string_view, int) override {}
-};
 
 void ReadWriteRead(std::string_view text) {
   velmar::clsVXFileJSON file;
@@ -33,8 +26,7 @@ void ReadWriteRead(std::string_view text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  static SilentHooks hooks;
-  velmar::SetHooks(&hooks);
+  velmar::fuzz::Silence();
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   ReadWriteRead(velmar::Cp1252ToUtf8(bytes));
   ReadWriteRead(bytes);
