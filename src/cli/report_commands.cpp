@@ -48,8 +48,8 @@ void RunReport(const ReportCommandOptions& o) {
                                 "\"; use resistance, full-resistance, full-propulsion or data");
   std::string ext = std::filesystem::path(o.out).extension().string();
   for (char& c : ext) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  if (ext != ".pdf" && ext != ".html" && ext != ".htm" && ext != ".csv" && ext != ".txt")
-    return Fail(kExitUsage, "the output \"" + o.out + "\" must end in .pdf, .html, .csv or .txt");
+  if (ext != ".pdf" && ext != ".html" && ext != ".htm" && ext != ".csv" && ext != ".rtf" && ext != ".txt")
+    return Fail(kExitUsage, "the output \"" + o.out + "\" must end in .pdf, .html, .csv, .rtf or .txt");
   ReportOptions options;
   options.symbols = o.symbols;
   options.preparedBy = o.preparedBy;
@@ -73,6 +73,7 @@ void RunReport(const ReportCommandOptions& o) {
   if (ext == ".pdf") return Fail(kExitFailed, "this build has no PDF output (Qt 6 Gui was not found)");
   const std::string text = ext == ".csv"   ? WriteReportCsv(doc)
                            : ext == ".txt" ? WriteReportText(doc)
+                           : ext == ".rtf" ? WriteReportRtf(doc)
                                            : WriteReportHtml(doc);
   const SafeWriteResult written = WriteFileSafely(o.out, text);
   if (!written.ok)

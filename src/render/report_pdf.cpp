@@ -32,6 +32,16 @@ namespace {
 constexpr int kResolution = 96;
 constexpr double kGraphOversampling = 3.0;
 
+// A graph of the report as PNG bytes, at the density of the PDF's graphs.
+std::string ReportGraphPng(const ReportGraph& graph) {
+  EnsureGuiApplication();
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  if (!RenderReportGraph(graph, kGraphOversampling).save(&buffer, "PNG")) return {};
+  return std::string(bytes.constData(), static_cast<size_t>(bytes.size()));
+}
+
 }  // namespace
 
 int PaintReportPages(const ReportDocument& doc, QPagedPaintDevice& device, std::string* error) {
@@ -105,7 +115,7 @@ bool WriteReportPdf(const ReportDocument& doc, const std::string& path, std::str
 }
 
 bool IsReportFileType(const std::string& extension) {
-  for (const char* e : {"pdf", "html", "htm", "csv", "txt"})
+  for (const char* e : {"pdf", "html", "htm", "csv", "txt", "rtf"})
     if (EqualsNoCase(extension, e)) return true;
   return false;
 }
@@ -114,12 +124,13 @@ bool WriteReportFile(const ReportDocument& doc, const std::string& path, std::st
   std::string ext = std::filesystem::path(path).extension().string();
   if (!ext.empty()) ext.erase(0, 1);
   if (!IsReportFileType(ext)) {
-    if (error) *error = "the report type \"" + ext + "\" is unknown; use .pdf, .html, .csv or .txt";
+    if (error) *error = "the report type \"" + ext + "\" is unknown; use .pdf, .html, .csv, .rtf or .txt";
     return false;
   }
   if (EqualsNoCase(ext, "pdf")) return WriteReportPdf(doc, path, error);
   const std::string text = EqualsNoCase(ext, "csv")   ? WriteReportCsv(doc)
                            : EqualsNoCase(ext, "txt") ? WriteReportText(doc)
+                           : EqualsNoCase(ext, "rtf") ? WriteReportRtf(doc, ReportGraphPng)
                                                       : WriteReportHtml(doc);
   const SafeWriteResult written = WriteFileSafely(path, text);
   if (!written.ok && error)

@@ -20,7 +20,7 @@ bool WriteReportPdf(const ReportDocument& doc, const std::string& path, std::str
 // of pages painted; 0, with the reason, when the device cannot be painted on.
 int PaintReportPages(const ReportDocument& doc, QPagedPaintDevice& device, std::string* error = nullptr);
 
-// The report in the type of the file's extension: .pdf, .html (.htm), .csv or .txt. False,
+// The report in the type of the file's extension: .pdf, .html (.htm), .csv, .rtf or .txt. False,
 // with the reason, for another type or a file that cannot be written.
 bool IsReportFileType(const std::string& extension);  // without the dot, any case
 bool WriteReportFile(const ReportDocument& doc, const std::string& path, std::string* error = nullptr);

@@ -1,7 +1,8 @@
 // Back ends of the report document that need nothing beyond the standard library: HTML
-// (self-contained, graphs inline as SVG), CSV (the tables) and plain text.
+// (self-contained, graphs inline as SVG), CSV (the tables), plain text and Rich Text Format.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "reports/report_document.h"
@@ -19,6 +20,13 @@ std::string WriteReportHtml(const ReportDocument& doc, HtmlFlavour flavour = Htm
 std::string WriteReportCsv(const ReportDocument& doc);
 // Titles underlined, tables in aligned columns, a rule line where a page would break.
 std::string WriteReportText(const ReportDocument& doc);
+
+// A graph as the bytes of a PNG picture, or empty; drawing pictures needs the render library.
+using ReportPictureFn = std::function<std::string(const ReportGraph&)>;
+// Rich Text Format: A4 pages, tables whose head rows repeat on every page, graphs as the
+// pictures `picture` gives (only their captions without it), the identity and page number at
+// the foot.
+std::string WriteReportRtf(const ReportDocument& doc, const ReportPictureFn& picture = {});
 
 // The file name of graph block `index` in the RichText flavour.
 std::string ReportGraphResourceName(int index);

@@ -8,7 +8,8 @@
 namespace velmar {
 
 const char* const kSaveReportFilter =
-    "Adobe Portable Document (*.pdf);;Hypertext Markup Language (*.html);;Comma Separated Values (*.csv)";
+    "Adobe Portable Document (*.pdf);;Comma Separated Values (*.csv);;Rich Text Format (*.rtf);;"
+    "Hypertext Markup Language (*.html)";
 
 ReportOptions ReportOptionsFromSettings(const SettingsStore& settings) {
   ReportOptions o;

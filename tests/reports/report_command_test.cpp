@@ -34,7 +34,7 @@ std::string Extracted(const std::string& file, const std::string& ext) {
 }
 
 TEST(ReportCommand, EveryFormatCarriesCaptionsAndResults) {
-  std::vector<std::string> exts = {".html", ".csv", ".txt"};
+  std::vector<std::string> exts = {".html", ".csv", ".rtf", ".txt"};
 #if VELMAR_HAVE_RENDER
   if (std::system("pdftotext -v >/dev/null 2>&1") == 0) exts.push_back(".pdf");
 #endif

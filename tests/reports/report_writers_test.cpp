@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 namespace velmar {
@@ -22,7 +23,7 @@ ReportDocument Sample() {
   doc.AddRow({{"8.00", ReportStyle::Number}, {"0.100", ReportStyle::Number}});
   doc.AddPageBreak();
   doc.AddTitle("Hull data");
-  doc.AddLabelValue("Description:", "Tug <A & B>, \"big\"");
+  doc.AddLabelValue("Description:", "Tug <A & B>, \"big\" {\\x} \u00e9\u2013\U0001F6A2");
   doc.AddGraph({"Predicted resistance", "<svg id=\"g\"></svg>", 200, 100, nullptr});
   return doc;
 }
@@ -50,7 +51,7 @@ TEST(ReportCsv, WritesTheSectionTablesQuotedAndLeavesTheFrameOut) {
             "8.00,0.100\r\n"
             "\r\n"
             "Hull data\r\n"
-            "Description:,\"Tug <A & B>, \"\"big\"\"\"\r\n"
+            "Description:,\"Tug <A & B>, \"\"big\"\" {\\x} \u00e9\u2013\U0001F6A2\"\r\n"
             "\r\n");
 }
 
@@ -64,7 +65,25 @@ TEST(ReportText, AlignsNumbersRightAndMarksPageBreaks) {
             std::string::npos)
       << text;
   EXPECT_NE(text.find(std::string(72, '=') + "\n"), std::string::npos);
-  EXPECT_NE(text.find("Description:  Tug <A & B>, \"big\"\n"), std::string::npos);
+  EXPECT_NE(text.find("Description:  Tug <A & B>, \"big\" {\\x} \u00e9\u2013\U0001F6A2\n"), std::string::npos);
+}
+
+TEST(ReportRtf, EscapesTextRepeatsHeadRowsAndPlacesPictures) {
+  const std::string rtf = WriteReportRtf(Sample(), [](const ReportGraph&) { return std::string("\x89PNG"); });
+  EXPECT_EQ(rtf.rfind("{\\rtf1\\ansi", 0), 0u);
+  // Control characters escaped, other characters as signed UTF-16 units (a surrogate pair
+  // beyond the first plane).
+  EXPECT_NE(rtf.find("Tug <A & B>, \"big\" \\{\\\\x\\} \\u233?\\u8211?\\u-10179?\\u-8542?"), std::string::npos) << rtf;
+  EXPECT_EQ(std::count(rtf.begin(), rtf.end(), '{') - std::count(rtf.begin(), rtf.end(), '}'), 0);
+  size_t rows = 0, heads = 0;
+  for (size_t p = 0; (p = rtf.find("\\trowd", p)) != std::string::npos; ++p) ++rows;
+  for (size_t p = 0; (p = rtf.find("\\trhdr", p)) != std::string::npos; ++p) ++heads;
+  EXPECT_EQ(rows, 6u);
+  EXPECT_EQ(heads, 2u);
+  EXPECT_NE(rtf.find("\\cellx10206\n"), std::string::npos);  // the group caption spans the line
+  EXPECT_NE(rtf.find("\\page\n"), std::string::npos);
+  EXPECT_NE(rtf.find("{\\pict\\pngblip\\picwgoal3000\\pichgoal1500\n89504e47}"), std::string::npos);
+  EXPECT_EQ(WriteReportRtf(Sample()).find("\\pict"), std::string::npos);
 }
 
 }  // namespace
