@@ -3,8 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
-#include "cli/commands.h"
 #include "app/application.h"
+#include "cli/commands.h"
 #include "core/format.h"
 
 #ifdef VELMAR_RENDER_HELPER
@@ -42,7 +42,7 @@ int main(int argc, char** argv) {
   CLI::App app{"Velmar: ship resistance and propulsion prediction, headless front end", "velmar-cli"};
   app.set_version_flag("--version", ProgramVersionText());
   app.require_subcommand(0, 1);
-  cli::RegisterCommands(app);
+  cli::RegisterCommands(app, argc, argv);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& e) {
