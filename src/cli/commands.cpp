@@ -192,32 +192,41 @@ const Command* CommandNamed(std::string_view name) {
   return nullptr;
 }
 
-// The command a run needs: the first argument that is a command's name. CLI11 takes an
-// argument equal to any registered command's name for that command, wherever it stands, so
-// when another argument names a different command, or a "--" before the name makes it a
-// plain argument, every command is needed (nullptr) and the line is judged as it always was.
-const Command* CommandOfRun(int argc, const char* const* argv) {
-  const Command* named = nullptr;
+// The commands the arguments name. CLI11 takes an argument equal to a registered command's
+// name for that command wherever it stands; behind a "--" it may or may not, so a "--" before
+// the first command counts as naming another one.
+struct NamedCommands {
+  const Command* first = nullptr;
+  bool others = false;  // another command is named as well
+};
+
+NamedCommands CommandsNamed(int argc, const char* const* argv) {
+  NamedCommands named;
   for (int i = 1; i < argc; ++i) {
-    if (!named && std::string_view(argv[i]) == "--") return nullptr;
+    if (!named.first && std::string_view(argv[i]) == "--") named.others = true;
     const Command* c = CommandNamed(argv[i]);
     if (!c) continue;
-    if (named && c != named) return nullptr;
-    named = c;
+    if (named.first && c != named.first) named.others = true;
+    if (!named.first) named.first = c;
   }
   return named;
 }
 
-void Add(CLI::App& app, const Command& c) { c.define(*app.add_subcommand(c.name, c.description)); }
+void Add(CLI::App& app, const Command& c, bool withOptions) {
+  CLI::App& command = *app.add_subcommand(c.name, c.description);
+  if (withOptions) c.define(command);
+}
 
 }  // namespace
 
-// A run registers the options of its own command only: building the options of all the
-// commands took a fifth of a calc's instructions. Without a command on the line (the help,
-// the version, an error) every command is there, for the list in the help.
+// A run builds the options of its own command only: building those of every command took a
+// fifth of a calc's instructions. A line that names no command runs none, and its help lists
+// the commands by name and line only; a line that names two is judged with all of them, as
+// it always was.
 void RegisterCommands(CLI::App& app, int argc, const char* const* argv) {
-  if (const Command* c = CommandOfRun(argc, argv)) return Add(app, *c);
-  for (const Command& c : kCommands) Add(app, c);
+  const NamedCommands named = CommandsNamed(argc, argv);
+  if (named.first && !named.others) return Add(app, *named.first, true);
+  for (const Command& c : kCommands) Add(app, c, named.others);
 }
 
 }  // namespace velmar::cli
