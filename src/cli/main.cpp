@@ -7,7 +7,8 @@
 #include "cli/commands.h"
 #include "core/format.h"
 
-#if defined(__GLIBC__)
+// The sanitizers bring an allocator of their own; there the heap is left as it is.
+#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 #include <malloc.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -31,7 +32,10 @@ __attribute__((constructor(101))) void HeapOnHugePages() {
   const auto end = reinterpret_cast<std::uintptr_t>(sbrk(0));
   const std::uintptr_t next = end - mallinfo2().keepcost;  // where the next block would start
   const std::uintptr_t boundary = (next + 4096 + kHugePage - 1) & ~(kHugePage - 1);
-  if (!std::malloc(boundary - next - 64)) return;
+  // Held for the life of the process. It ends a few bytes short of the boundary, so that the
+  // header malloc writes behind it lies below the boundary too.
+  static void* const spacer = std::malloc(boundary - next - 64);
+  if (!spacer) return;
   const std::uintptr_t grown = reinterpret_cast<std::uintptr_t>(sbrk(0)) & ~(kHugePage - 1);
   if (grown > boundary) madvise(reinterpret_cast<void*>(boundary), grown - boundary, MADV_HUGEPAGE);
 }
