@@ -250,27 +250,27 @@ void RunSweep(const SweepOptions& o) {
   auto makeWorker = [&] {
     App() = CopyProjectState(opened);
     auto state = std::make_shared<Application>(CopyProjectState(opened));
-    return std::function<void(std::int64_t, std::string&)>([&, state, run = VariantRun()](
-                                                                std::int64_t j, std::string& text) mutable {
-      text.clear();
-      const std::int64_t variant = grid.Variant(j);
-      RunVariant(grid, variant, state->primary, f.propulsion, run);
-      std::string lead;
-      for (size_t a = 0; a < run.values.size(); ++a) {
-        if (f.jsonl) {
-          lead += JsonString(names[a]) + ": ";
-          AppendJsonNumber(lead, run.values[a]);
-          lead += ", ";
-        } else {
-          AppendFull(lead, run.values[a]);
-          lead += ",";
-        }
-      }
-      lead += f.jsonl ? "\"Variant\": " + std::to_string(variant) + ", " : std::to_string(variant) + ",";
-      failed[static_cast<size_t>(j)] = run.run.ok ? 0 : 1;
-      AppendLines(text, f, lead, run.run.ok, run.run.warning,
-                  run.calculated ? App().primary.SpeedPerformance.get() : nullptr);
-    });
+    return std::function<void(std::int64_t, std::string&)>(
+        [&, state, run = VariantRun()](std::int64_t j, std::string& text) mutable {
+          text.clear();
+          const std::int64_t variant = grid.Variant(j);
+          RunVariant(grid, variant, state->primary, f.propulsion, run);
+          std::string lead;
+          for (size_t a = 0; a < run.values.size(); ++a) {
+            if (f.jsonl) {
+              lead += JsonString(names[a]) + ": ";
+              AppendJsonNumber(lead, run.values[a]);
+              lead += ", ";
+            } else {
+              AppendFull(lead, run.values[a]);
+              lead += ",";
+            }
+          }
+          lead += f.jsonl ? "\"Variant\": " + std::to_string(variant) + ", " : std::to_string(variant) + ",";
+          failed[static_cast<size_t>(j)] = run.run.ok ? 0 : 1;
+          AppendLines(text, f, lead, run.run.ok, run.run.warning,
+                      run.calculated ? App().primary.SpeedPerformance.get() : nullptr);
+        });
   };
   RunToOutput(grid.ShardSize(), o.threads, output, f.jsonl ? "" : CsvHeader(f, names, leadUnits), makeWorker,
               &failed);
@@ -278,7 +278,8 @@ void RunSweep(const SweepOptions& o) {
 
 void AddRunOptions(CLI::App* cmd, RunOptions& o) {
   cmd->add_option("-j,--jobs", o.threads, "Worker threads (default: one per processor core)");
-  cmd->add_option("--mode", o.mode, "resistance, or propulsion (Calculate in Resistance mode, then in Propulsion mode)")
+  cmd->add_option("--mode", o.mode,
+                  "resistance, or propulsion (Calculate in Resistance mode, then in Propulsion mode)")
       ->capture_default_str();
   cmd->add_option("--format", o.format, "csv or jsonl (JSON Lines: one object per line)")->required();
   cmd->add_option("--columns", o.columns, "comma-separated result columns (as in the csv header)");
@@ -287,26 +288,25 @@ void AddRunOptions(CLI::App* cmd, RunOptions& o) {
 
 }  // namespace
 
-void RegisterBatchCommands(CLI::App& app) {
-  auto* batch = app.add_subcommand(
-      "batch", "Calculate many projects in parallel: one line per project and speed, the file name first");
+void DefineBatch(CLI::App& batch) {
   static BatchOptions b;
-  batch->add_option("FILE", b.files, "Project files (*.vxvl)")->required();
-  AddRunOptions(batch, b);
-  batch->callback([] { RunBatch(b); });
+  batch.add_option("FILE", b.files, "Project files (*.vxvl)")->required();
+  AddRunOptions(&batch, b);
+  batch.callback([] { RunBatch(b); });
+}
 
-  auto* sweep = app.add_subcommand(
-      "sweep", "Calculate the full grid of variants of one project: the varied values first on each line");
+void DefineSweep(CLI::App& sweep) {
   static SweepOptions s;
-  sweep->add_option("FILE", s.path, "Project file (*.vxvl)")->required();
+  sweep.add_option("FILE", s.path, "Project file (*.vxvl)")->required();
   sweep
-      ->add_option("--vary", s.vary,
-                   "FIELD=FROM:TO:N: N values of a field (LengthWL, BeamWLMax, Propeller.Diameter, Speed, ...) "
-                   "in the project's units; repeat for more fields")
+      .add_option(
+          "--vary", s.vary,
+          "FIELD=FROM:TO:N: N values of a field (LengthWL, BeamWLMax, Propeller.Diameter, Speed, ...) "
+          "in the project's units; repeat for more fields")
       ->required();
-  sweep->add_option("--shard", s.shard, "K/N: compute only the K-th of N interleaved shards of the grid");
-  AddRunOptions(sweep, s);
-  sweep->callback([] { RunSweep(s); });
+  sweep.add_option("--shard", s.shard, "K/N: compute only the K-th of N interleaved shards of the grid");
+  AddRunOptions(&sweep, s);
+  sweep.callback([] { RunSweep(s); });
 }
 
 }  // namespace velmar::cli

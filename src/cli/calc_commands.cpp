@@ -6,11 +6,11 @@
 #include <cmath>
 #include <iostream>
 
-#include "app/file_commands.h"
-#include "cli/commands.h"
 #include "app/application.h"
 #include "app/calculate.h"
+#include "app/file_commands.h"
 #include "app/variants.h"
+#include "cli/commands.h"
 #include "cli/result_output.h"
 #include "core/constants.h"
 #include "core/format.h"
@@ -19,9 +19,9 @@
 #include "files/project_file.h"
 #include "propulsion/propeller_sizing_run.h"
 #include "propulsion/propulsion_driver.h"
+#include "resistance/hull_estimates.h"
 #include "resistance/parameter_influence.h"
 #include "resistance/resistance_driver.h"
-#include "resistance/hull_estimates.h"
 #include "validation/parameter_check.h"
 
 namespace velmar::cli {
@@ -144,25 +144,39 @@ void RunCalc(const CalcOptions& o) {
   if (cols.empty() && !EqualsNoCase(o.format, "table")) cols = PredictionColumns(propulsion);
 
   if (EqualsNoCase(o.format, "json")) {
-    std::cout << "{\"mode\": " << JsonString(propulsion ? "propulsion" : "resistance")
-              << ", \"ok\": " << (ok ? "true" : "false") << ", \"warning\": " << JsonString(warning)
-              << ", \"units\": {";
+    // The whole document is built first, in one buffer of about its size, and written at once.
+    std::string json;
+    json.reserve(256 + (static_cast<size_t>(sp.count()) + 1) * cols.size() * 48);
+    json += "{\"mode\": ";
+    AppendJsonString(json, propulsion ? "propulsion" : "resistance");
+    json += ", \"ok\": ";
+    json += ok ? "true" : "false";
+    json += ", \"warning\": ";
+    AppendJsonString(json, warning);
+    json += ", \"units\": {";
     bool first = true;
     for (int c : cols) {
       const FieldDesc& d = clsVXSpeedPerformance::Column(c);
       if (d.family == UnitFamily::None) continue;
-      std::cout << (first ? "" : ", ") << JsonString(d.name) << ": " << JsonString(UnitLabel(d, units));
+      if (!first) json += ", ";
+      AppendJsonString(json, d.name);
+      json += ": ";
+      AppendJsonString(json, UnitLabel(d, units));
       first = false;
     }
-    std::cout << "}, \"rows\": [";
+    json += "}, \"rows\": [";
     for (int r = 0; r < sp.count(); ++r) {
-      std::cout << (r ? ", " : "") << "{";
-      for (size_t i = 0; i < cols.size(); ++i)
-        std::cout << (i ? ", " : "") << JsonString(clsVXSpeedPerformance::Column(cols[i]).name) << ": "
-                  << JsonNumber(sp.Raw(r, cols[i]));
-      std::cout << "}";
+      json += r ? ", {" : "{";
+      for (size_t i = 0; i < cols.size(); ++i) {
+        if (i) json += ", ";
+        AppendJsonString(json, clsVXSpeedPerformance::Column(cols[i]).name);
+        json += ": ";
+        AppendJsonNumber(json, sp.Raw(r, cols[i]));
+      }
+      json += "}";
     }
-    std::cout << "]}\n";
+    json += "]}\n";
+    std::cout << json;
   } else if (EqualsNoCase(o.format, "csv")) {
     for (size_t i = 0; i < cols.size(); ++i)
       std::cout << (i ? "," : "") << clsVXSpeedPerformance::Column(cols[i]).name;
@@ -262,35 +276,36 @@ void RunEstimate(const std::string& path, const std::string& itemName) {
 
 }  // namespace
 
-void RegisterCalcCommands(CLI::App& app) {
-  auto* calc = app.add_subcommand("calc", "Open a project, run Calculate and print the results");
+void DefineCalc(CLI::App& calc) {
   static CalcOptions o;
-  calc->add_option("FILE", o.path, "Project file (*.vxvl)")->required();
-  calc->add_option("--mode", o.mode,
-                   "resistance, or propulsion (Calculate in Resistance mode, then in Propulsion mode)")
+  calc.add_option("FILE", o.path, "Project file (*.vxvl)")->required();
+  calc.add_option("--mode", o.mode,
+                  "resistance, or propulsion (Calculate in Resistance mode, then in Propulsion mode)")
       ->capture_default_str();
-  calc->add_flag("--keep-resistance", o.keepResistance,
-                 "with --mode propulsion: take the drag columns as stored in the file");
-  calc->add_flag("--size", o.size, "size the propeller at the sizing step of the propulsion prediction");
-  calc->add_option("--format", o.format, "table, csv or json")->capture_default_str();
-  calc->add_option("--columns", o.columns, "comma-separated column names (as in the csv header) to print");
-  calc->add_option("-o,--output", o.out, "Save the project with its results to this file");
-  calc->callback([calc] {
-    o.modeGiven = calc->count("--mode") > 0;
+  calc.add_flag("--keep-resistance", o.keepResistance,
+                "with --mode propulsion: take the drag columns as stored in the file");
+  calc.add_flag("--size", o.size, "size the propeller at the sizing step of the propulsion prediction");
+  calc.add_option("--format", o.format, "table, csv or json")->capture_default_str();
+  calc.add_option("--columns", o.columns, "comma-separated column names (as in the csv header) to print");
+  calc.add_option("-o,--output", o.out, "Save the project with its results to this file");
+  calc.callback([&calc] {
+    o.modeGiven = calc.count("--mode") > 0;
     RunCalc(o);
   });
+}
 
-  auto* influence = app.add_subcommand("influence", "Parameter influence of the hull on the bare-hull drag");
-  static std::string influencePath;
-  influence->add_option("FILE", influencePath, "Project file (*.vxvl)")->required();
-  influence->callback([] { RunInfluence(influencePath); });
+void DefineInfluence(CLI::App& influence) {
+  static std::string path;
+  influence.add_option("FILE", path, "Project file (*.vxvl)")->required();
+  influence.callback([] { RunInfluence(path); });
+}
 
-  auto* estimate = app.add_subcommand("estimate", "Proposed values of one hull item");
-  static std::string estimatePath, item;
-  estimate->add_option("FILE", estimatePath, "Project file (*.vxvl)")->required();
-  estimate->add_option("ITEM", item, "HalfEntranceAngle, WaterplaneArea, WettedSurface, FormFactor, ...")
+void DefineEstimate(CLI::App& estimate) {
+  static std::string path, item;
+  estimate.add_option("FILE", path, "Project file (*.vxvl)")->required();
+  estimate.add_option("ITEM", item, "HalfEntranceAngle, WaterplaneArea, WettedSurface, FormFactor, ...")
       ->required();
-  estimate->callback([] { RunEstimate(estimatePath, item); });
+  estimate.callback([] { RunEstimate(path, item); });
 }
 
 }  // namespace velmar::cli

@@ -1,5 +1,5 @@
-// Subcommands of velmar-cli. Each registers itself on the CLI11 app and records its exit
-// code: 0 success, 1 a prediction failed, 2 a usage or file error.
+// Subcommands of velmar-cli. Each adds its options and action to its CLI11 subcommand and
+// records its exit code: 0 success, 1 a prediction failed, 2 a usage or file error.
 #pragma once
 
 #include <exception>
@@ -19,17 +19,32 @@ inline constexpr int kExitOk = 0;
 inline constexpr int kExitFailed = 1;
 inline constexpr int kExitUsage = 2;
 
-void RegisterCommands(CLI::App& app);
-void RegisterBatchCommands(CLI::App& app);
-void RegisterCalcCommands(CLI::App& app);
-void RegisterFileCommands(CLI::App& app);
-void RegisterLegacyCommands(CLI::App& app);
-void RegisterGraphCommands(CLI::App& app);
-void RegisterSizingCommands(CLI::App& app);
-void RegisterValidationCommands(CLI::App& app);
-void RegisterReportCommands(CLI::App& app);
-void RegisterIgesCommands(CLI::App& app);
-void RegisterEngineCommands(CLI::App& app);
+// Adds the subcommands to `app`: only the one the arguments name, or all of them (see
+// commands.cpp).
+void RegisterCommands(CLI::App& app, int argc, const char* const* argv);
+// Each command's options and action, added to its subcommand.
+void DefineCalc(CLI::App& calc);
+void DefineInfluence(CLI::App& influence);
+void DefineEstimate(CLI::App& estimate);
+void DefineBatch(CLI::App& batch);
+void DefineSweep(CLI::App& sweep);
+void DefineInfo(CLI::App& info);
+void DefineNew(CLI::App& create);
+void DefineSave(CLI::App& save);
+void DefineConvertUnits(CLI::App& convert);
+void DefineExportShip(CLI::App& ship);
+void DefineImportLegacy(CLI::App& import);
+void DefineExportLegacy(CLI::App& exp);
+void DefineExportIges(CLI::App& cmd);
+void DefineGraph(CLI::App& graph);
+void DefineSize(CLI::App& size);
+void DefineEngineGraph(CLI::App& cmd);
+void DefineCheck(CLI::App& check);
+void DefineExpert(CLI::App& expert);
+void DefineReport(CLI::App& report);
+void DefineUnits(CLI::App& units);
+void DefineConvert(CLI::App& convert);
+void DefineWater(CLI::App& water);
 int ExitCode();
 void SetExitCode(int code);
 // Prints "velmar-cli: " and a one-line message to standard error and sets the exit code.

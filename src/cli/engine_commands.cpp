@@ -39,14 +39,12 @@ void RunEngineGraph(const EngineGraphOptions& o) {
 
 }  // namespace
 
-void RegisterEngineCommands(CLI::App& app) {
-  auto* cmd =
-      app.add_subcommand("engine-graph", "Draw the engine curves of a project or an engine file (*.engn)");
+void DefineEngineGraph(CLI::App& cmd) {
   static EngineGraphOptions o;
-  cmd->add_option("FILE", o.path, "Project file (*.vxvl) or engine file (*.engn)")->required();
-  cmd->add_option("-o,--output", o.out, "SVG picture to write")->required();
-  cmd->add_option("--size", o.size, "Width x height in pixels")->capture_default_str();
-  cmd->callback([] { RunEngineGraph(o); });
+  cmd.add_option("FILE", o.path, "Project file (*.vxvl) or engine file (*.engn)")->required();
+  cmd.add_option("-o,--output", o.out, "SVG picture to write")->required();
+  cmd.add_option("--size", o.size, "Width x height in pixels")->capture_default_str();
+  cmd.callback([] { RunEngineGraph(o); });
 }
 
 }  // namespace velmar::cli

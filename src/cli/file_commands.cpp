@@ -12,8 +12,8 @@
 #include <random>
 #include <stdexcept>
 
-#include "cli/commands.h"
 #include "app/application.h"
+#include "cli/commands.h"
 #include "core/format.h"
 #include "core/helpers.h"
 #include "files/file_json.h"
@@ -338,36 +338,39 @@ bool OpenInput(const std::string& path, OpenResult& result) {
   return true;
 }
 
-void RegisterFileCommands(CLI::App& app) {
-  static std::string path, out, templatePath, system;
+void DefineInfo(CLI::App& info) {
+  static std::string path;
+  info.add_option("FILE", path, "Project file (*.vxvl)")->required();
+  info.callback([] { Guarded([] { RunInfo(path); }); });
+}
 
-  auto* info =
-      app.add_subcommand("info", "Source, units, principal particulars and form coefficients of a project");
-  info->add_option("FILE", path, "Project file (*.vxvl)")->required();
-  info->callback([] { Guarded([] { RunInfo(path); }); });
+void DefineNew(CLI::App& create) {
+  static std::string out, templatePath;
+  create.add_option("-o,--output", out, "The new project file (*.vxvl); must not exist")->required();
+  create.add_option("--template", templatePath, "A project whose data the new project starts from");
+  create.callback([] { Guarded([] { RunNew(out, templatePath); }); });
+}
 
-  auto* create = app.add_subcommand("new", "Write a new project, from a template project if one is given");
-  create->add_option("-o,--output", out, "The new project file (*.vxvl); must not exist")->required();
-  create->add_option("--template", templatePath, "A project whose data the new project starts from");
-  create->callback([] { Guarded([] { RunNew(out, templatePath); }); });
+void DefineSave(CLI::App& save) {
+  static std::string path, out;
+  save.add_option("FILE", path, "Project file (*.vxvl)")->required();
+  save.add_option("-o,--output", out, "Where to save (default: FILE itself)");
+  save.callback([] { Guarded([] { RunSave(path, out); }); });
+}
 
-  auto* save = app.add_subcommand("save", "Open a project and save it, merging into the file that is there");
-  save->add_option("FILE", path, "Project file (*.vxvl)")->required();
-  save->add_option("-o,--output", out, "Where to save (default: FILE itself)");
-  save->callback([] { Guarded([] { RunSave(path, out); }); });
+void DefineConvertUnits(CLI::App& convert) {
+  static std::string path, system, out;
+  convert.add_option("FILE", path, "Project file (*.vxvl)")->required();
+  convert.add_option("--to", system, "si or imperial")->required();
+  convert.add_option("-o,--output", out, "The converted project file")->required();
+  convert.callback([] { Guarded([] { RunConvertUnits(path, system, out); }); });
+}
 
-  auto* convert =
-      app.add_subcommand("convert-units", "Change the units of a project and save it under a new name");
-  convert->add_option("FILE", path, "Project file (*.vxvl)")->required();
-  convert->add_option("--to", system, "si or imperial")->required();
-  convert->add_option("-o,--output", out, "The converted project file")->required();
-  convert->callback([] { Guarded([] { RunConvertUnits(path, system, out); }); });
-
-  auto* ship =
-      app.add_subcommand("export-ship", "Write the ship of a project as a common ship object (*.ship)");
-  ship->add_option("FILE", path, "Project file (*.vxvl)")->required();
-  ship->add_option("-o,--output", out, "The ship file (*.ship)")->required();
-  ship->callback([] { Guarded([] { RunExportShip(path, out); }); });
+void DefineExportShip(CLI::App& ship) {
+  static std::string path, out;
+  ship.add_option("FILE", path, "Project file (*.vxvl)")->required();
+  ship.add_option("-o,--output", out, "The ship file (*.ship)")->required();
+  ship.callback([] { Guarded([] { RunExportShip(path, out); }); });
 }
 
 }  // namespace velmar::cli

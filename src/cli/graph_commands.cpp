@@ -193,27 +193,26 @@ void RunGraph(const GraphOptions& o) {
 
 }  // namespace
 
-void RegisterGraphCommands(CLI::App& app) {
-  auto* graph = app.add_subcommand("graph", "Calculate a project and write a prediction graph as a picture");
+void DefineGraph(CLI::App& graph) {
   static GraphOptions o;
-  graph->add_option("FILE", o.path, "Project file (*.vxvl)");
-  graph->add_option("--preset", o.preset,
-                    "Preset, e.g. SPEED:RTOTAL or \"[Engine load]\" (see --list-presets)");
-  graph->add_option("--x", o.x, "Field of the x axis (name or symbol)");
-  graph->add_option("--y", o.y, "Fields of the y axis, comma-separated");
-  graph->add_option("--compare", o.compare, "Up to four project files drawn in the same chart")
+  graph.add_option("FILE", o.path, "Project file (*.vxvl)");
+  graph.add_option("--preset", o.preset,
+                   "Preset, e.g. SPEED:RTOTAL or \"[Engine load]\" (see --list-presets)");
+  graph.add_option("--x", o.x, "Field of the x axis (name or symbol)");
+  graph.add_option("--y", o.y, "Fields of the y axis, comma-separated");
+  graph.add_option("--compare", o.compare, "Up to four project files drawn in the same chart")
       ->expected(1, 4);
-  graph->add_option("-o,--output", o.out, "Picture to write: .png, .svg, .pdf, .jpg or .bmp");
-  graph->add_option("--report", o.report, "Also write the report of the graph: .pdf, .html, .csv or .txt");
-  graph->add_option("--prepared-by", o.preparedBy, "with --report: name for \"Prepared by\" in its heading");
-  graph->add_option("--size", o.size, "Width x height in pixels")->capture_default_str();
-  graph->add_option("--mode", o.mode, "auto, resistance or propulsion")->capture_default_str();
-  graph->add_option("--line-style", o.lineStyle,
-                    "Spline & Markers, Polyline & Markers, Spline, Polyline, Markers");
-  graph->add_option("--legend", o.legend, "Top right, Top left, Bottom right, Bottom left, or off");
-  graph->add_flag("--no-calc", o.noCalc, "Draw the results stored in the file without calculating");
-  graph->add_flag("--list-presets", o.listPresets, "List the presets and axis fields, and exit");
-  graph->callback([] { RunGraph(o); });
+  graph.add_option("-o,--output", o.out, "Picture to write: .png, .svg, .pdf, .jpg or .bmp");
+  graph.add_option("--report", o.report, "Also write the report of the graph: .pdf, .html, .csv or .txt");
+  graph.add_option("--prepared-by", o.preparedBy, "with --report: name for \"Prepared by\" in its heading");
+  graph.add_option("--size", o.size, "Width x height in pixels")->capture_default_str();
+  graph.add_option("--mode", o.mode, "auto, resistance or propulsion")->capture_default_str();
+  graph.add_option("--line-style", o.lineStyle,
+                   "Spline & Markers, Polyline & Markers, Spline, Polyline, Markers");
+  graph.add_option("--legend", o.legend, "Top right, Top left, Bottom right, Bottom left, or off");
+  graph.add_flag("--no-calc", o.noCalc, "Draw the results stored in the file without calculating");
+  graph.add_flag("--list-presets", o.listPresets, "List the presets and axis fields, and exit");
+  graph.callback([] { RunGraph(o); });
 }
 
 }  // namespace velmar::cli

@@ -33,13 +33,11 @@ void RunExportIges(const std::string& path, const std::string& out) {
 
 }  // namespace
 
-void RegisterIgesCommands(CLI::App& app) {
+void DefineExportIges(CLI::App& cmd) {
   static std::string path, out;
-  auto* cmd =
-      app.add_subcommand("export-iges", "Write the propeller of a project as an IGES surface model (*.igs)");
-  cmd->add_option("FILE", path, "Project file (*.vxvl)")->required();
-  cmd->add_option("-o,--output", out, "The IGES file (*.igs)")->required();
-  cmd->callback([] {
+  cmd.add_option("FILE", path, "Project file (*.vxvl)")->required();
+  cmd.add_option("-o,--output", out, "The IGES file (*.igs)")->required();
+  cmd.callback([] {
     try {
       RunExportIges(path, out);
     } catch (const std::exception& e) {

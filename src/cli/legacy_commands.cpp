@@ -56,22 +56,21 @@ void RunExport(const std::string& path, const std::string& out) {
 
 }  // namespace
 
-void RegisterLegacyCommands(CLI::App& app) {
+void DefineImportLegacy(CLI::App& import) {
   static std::string path, out;
-  auto* import = app.add_subcommand(
-      "import-legacy",
-      "Read a project of an older version (*.vl5, *.mdl) or a *.vxf file into a new project file");
-  import->add_option("FILE", path, "Legacy file (*.vl5, *.mdl, *.vxf)")->required();
-  import->add_option("-o,--output", out, "The new project file (*.vxvl); must not exist")->required();
-  import->callback([] { Guarded([] { RunImport(path, out);
+  import.add_option("FILE", path, "Legacy file (*.vl5, *.mdl, *.vxf)")->required();
+  import.add_option("-o,--output", out, "The new project file (*.vxvl); must not exist")->required();
+  import.callback([] { Guarded([] { RunImport(path, out);
 });
 }  // namespace velmar::cli
 );
+}
 
-auto* exp = app.add_subcommand("export-legacy", "Write a project in the legacy project form (*.vl5)");
-exp->add_option("FILE", path, "Project file (*.vxvl)")->required();
-exp->add_option("-o,--output", out, "The legacy project file (*.vl5)")->required();
-exp->callback([] { Guarded([] { RunExport(path, out); }); });
+void DefineExportLegacy(CLI::App& exp) {
+  static std::string path, out;
+  exp.add_option("FILE", path, "Project file (*.vxvl)")->required();
+  exp.add_option("-o,--output", out, "The legacy project file (*.vl5)")->required();
+  exp.callback([] { Guarded([] { RunExport(path, out); }); });
 }
 
 }  // namespace velmar::cli

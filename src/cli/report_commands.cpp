@@ -84,18 +84,17 @@ void RunReport(const ReportCommandOptions& o) {
 
 }  // namespace
 
-void RegisterReportCommands(CLI::App& app) {
-  auto* report = app.add_subcommand("report", "Write a report of a project as PDF, HTML, CSV or plain text");
+void DefineReport(CLI::App& report) {
   static ReportCommandOptions o;
-  report->add_option("FILE", o.path, "Project file (*.vxvl)")->required();
-  report->add_option("--kind", o.kind, "resistance, full-resistance, full-propulsion or data")
+  report.add_option("FILE", o.path, "Project file (*.vxvl)")->required();
+  report.add_option("--kind", o.kind, "resistance, full-resistance, full-propulsion or data")
       ->capture_default_str();
-  report->add_flag("--symbols", o.symbols, "close the results with the symbols and the marks' legend");
-  report->add_flag("--no-calc", o.noCalc, "report the results stored in the file, without Calculate");
-  report->add_option("--date", o.date, "date and time the report shows, YYYY-MM-DD HH:MM (default: now)");
-  report->add_option("--prepared-by", o.preparedBy, "name for \"Prepared by\" in the report heading");
-  report->add_option("-o,--output", o.out, "Output file: .pdf, .html, .csv or .txt")->required();
-  report->callback([] { RunReport(o); });
+  report.add_flag("--symbols", o.symbols, "close the results with the symbols and the marks' legend");
+  report.add_flag("--no-calc", o.noCalc, "report the results stored in the file, without Calculate");
+  report.add_option("--date", o.date, "date and time the report shows, YYYY-MM-DD HH:MM (default: now)");
+  report.add_option("--prepared-by", o.preparedBy, "name for \"Prepared by\" in the report heading");
+  report.add_option("-o,--output", o.out, "Output file: .pdf, .html, .csv or .txt")->required();
+  report.callback([] { RunReport(o); });
 }
 
 }  // namespace velmar::cli

@@ -37,36 +37,53 @@ std::string JsonNumber(double v) {
   return s;
 }
 
-std::string JsonString(std::string_view s) {
-  std::string out = "\"";
-  for (char c : s) {
-    switch (c) {
-      case '"':
-        out += "\\\"";
-        break;
-      case '\\':
-        out += "\\\\";
-        break;
-      case '\n':
-        out += "\\n";
-        break;
-      case '\r':
-        out += "\\r";
-        break;
-      case '\t':
-        out += "\\t";
-        break;
-      default:
-        if (static_cast<unsigned char>(c) < 0x20) {
-          char buf[8];
-          std::snprintf(buf, sizeof buf, "\\u%04x", c);
-          out += buf;
-        } else {
-          out += c;
-        }
+namespace {
+
+// The two-character escape of a character that a JSON string can't hold as it is; the other
+// control characters take \u escapes.
+const char* ShortJsonEscape(char c) {
+  switch (c) {
+    case '"':
+      return "\\\"";
+    case '\\':
+      return "\\\\";
+    case '\n':
+      return "\\n";
+    case '\r':
+      return "\\r";
+    case '\t':
+      return "\\t";
+    default:
+      return nullptr;
+  }
+}
+
+}  // namespace
+
+void AppendJsonString(std::string& out, std::string_view s) {
+  out += '"';
+  size_t plain = 0;  // the start of the run of characters that go out as they are
+  for (size_t i = 0; i < s.size(); ++i) {
+    const char* escape = ShortJsonEscape(s[i]);
+    if (!escape && static_cast<unsigned char>(s[i]) >= 0x20) continue;
+    out.append(s, plain, i - plain);
+    plain = i + 1;
+    if (escape) {
+      out += escape;
+    } else {
+      char buf[8];
+      std::snprintf(buf, sizeof buf, "\\u%04x", s[i]);
+      out += buf;
     }
   }
-  return out + "\"";
+  out.append(s, plain);
+  out += '"';
+}
+
+std::string JsonString(std::string_view s) {
+  std::string out;
+  AppendJsonString(out, s);
+  return out;
 }
 
 std::string CsvText(std::string_view s) {

@@ -17,7 +17,9 @@ std::string Full(double v);
 // JSON has no infinity or NaN: such a cell is null.
 std::string JsonNumber(double v);
 void AppendJsonNumber(std::string& out, double v);
+// A JSON string: quoted, with '"', '\\' and the control characters escaped.
 std::string JsonString(std::string_view s);
+void AppendJsonString(std::string& out, std::string_view s);
 // A CSV cell: quoted (with doubled quotes) when it holds a comma, quote or line break.
 std::string CsvText(std::string_view s);
 // The unit label of a column in the current units; empty for a dimensionless one.

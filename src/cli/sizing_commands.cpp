@@ -6,9 +6,9 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
-#include "cli/commands.h"
 #include "app/application.h"
 #include "app/calculate.h"
+#include "cli/commands.h"
 #include "core/diagnostics.h"
 #include "core/helpers.h"
 #include "files/project_file.h"
@@ -54,15 +54,12 @@ void RunSize(const SizeOptions& o) {
 
 }  // namespace
 
-void RegisterSizingCommands(CLI::App& app) {
-  auto* size = app.add_subcommand(
-      "size",
-      "Size the propeller for the design point of the project's sizing settings and print before and after");
+void DefineSize(CLI::App& size) {
   static SizeOptions o;
-  size->add_option("FILE", o.path, "Project file (*.vxvl)")->required();
-  size->add_flag("--keep-resistance", o.keepResistance, "take the drag columns as stored in the file");
-  size->add_option("-o,--output", o.out, "Save the project with the sized propeller to this file");
-  size->callback([] { RunSize(o); });
+  size.add_option("FILE", o.path, "Project file (*.vxvl)")->required();
+  size.add_flag("--keep-resistance", o.keepResistance, "take the drag columns as stored in the file");
+  size.add_option("-o,--output", o.out, "Save the project with the sized propeller to this file");
+  size.callback([] { RunSize(o); });
 }
 
 }  // namespace velmar::cli

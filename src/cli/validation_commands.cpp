@@ -279,30 +279,28 @@ void RunExpert(const ExpertOptions& o) {
 
 }  // namespace
 
-void RegisterValidationCommands(CLI::App& app) {
-  auto* check = app.add_subcommand(
-      "check", "Rate the prediction methods for the project's vessel at its design speed, with their rows");
+void DefineCheck(CLI::App& check) {
   static CheckOptions c;
-  check->add_option("FILE", c.path, "Project file (*.vxvl)")->required();
-  check->add_option("--family", c.family,
-                    "hull, appendage, wind, seas, channel or interaction (default: all)");
-  check->add_option("--method", c.method, "one method by its label, e.g. \"Holtrop\"; prints its rows");
-  check->add_flag("--rows", c.rows, "print the parameter rows of every method");
-  check->add_option("--format", c.format, "table or json (json always carries the rows)")
+  check.add_option("FILE", c.path, "Project file (*.vxvl)")->required();
+  check.add_option("--family", c.family,
+                   "hull, appendage, wind, seas, channel or interaction (default: all)");
+  check.add_option("--method", c.method, "one method by its label, e.g. \"Holtrop\"; prints its rows");
+  check.add_flag("--rows", c.rows, "print the parameter rows of every method");
+  check.add_option("--format", c.format, "table or json (json always carries the rows)")
       ->capture_default_str();
-  check->callback([] { Guarded([] { RunCheck(c); }); });
+  check.callback([] { Guarded([] { RunCheck(c); }); });
+}
 
-  auto* expert =
-      app.add_subcommand("expert", "The Method Expert: one family's methods ranked for the vessel");
+void DefineExpert(CLI::App& expert) {
   static ExpertOptions e;
-  expert->add_option("FILE", e.path, "Project file (*.vxvl)")->required();
-  expert->add_option("--family", e.family, "hull, appendage, wind, seas, channel or interaction")->required();
-  expert->add_option("--apply", e.apply, "take the method of this index (the Index column) as the project's");
-  expert->add_option("-o,--output", e.out, "with --apply: save the project with the method taken");
-  expert->add_flag("--rows", e.rows, "print the parameter rows and the note of every method");
-  expert->add_option("--format", e.format, "table or json (json always carries the rows)")
+  expert.add_option("FILE", e.path, "Project file (*.vxvl)")->required();
+  expert.add_option("--family", e.family, "hull, appendage, wind, seas, channel or interaction")->required();
+  expert.add_option("--apply", e.apply, "take the method of this index (the Index column) as the project's");
+  expert.add_option("-o,--output", e.out, "with --apply: save the project with the method taken");
+  expert.add_flag("--rows", e.rows, "print the parameter rows and the note of every method");
+  expert.add_option("--format", e.format, "table or json (json always carries the rows)")
       ->capture_default_str();
-  expert->callback([] { Guarded([] { RunExpert(e); }); });
+  expert.callback([] { Guarded([] { RunExpert(e); }); });
 }
 
 }  // namespace velmar::cli

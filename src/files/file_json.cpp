@@ -1,14 +1,19 @@
 #include "files/file_json.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <fstream>
 #include <iterator>
 #include <limits>
 #include <new>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 
 #include "core/helpers.h"
@@ -46,12 +51,28 @@ bool IsBlank(char32_t c) { return c == '\r' || c == '\n' || c == '\t' || c == ' 
 
 char32_t AsciiLower(char32_t c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; }
 
-// Keys and texts are mostly ASCII, which is one byte in UTF-8 as well.
+// Characters that the reader copies as they are, in runs: those of a key, of a quoted text
+// and of a bare text, and those a number is read from.
+bool IsKeyCharacter(char32_t c) { return c != '"' && c != '\'' && c != ':' && !IsBlank(c); }
+bool IsTextCharacter(char32_t c) { return c != '"' && c != '\\'; }
+bool IsBareTextCharacter(char32_t c) { return IsTextCharacter(c) && c != ','; }
+bool IsNumberCharacter(char32_t c) {
+  return IsDigit(c) || c == '+' || c == '-' || c == '.' || c == 'e' || c == 'E';
+}
+
+// Keys and texts are mostly ASCII, which is one byte in UTF-8 as well. A character of the
+// document is a code point of program text or a Windows-1252 byte of a file.
 void Append(std::string& out, char32_t c) {
   if (c < 0x80)
     out += static_cast<char>(c);
   else
     AppendUtf8(out, c);
+}
+void Append(std::string& out, unsigned char byte) {
+  if (byte < 0x80)
+    out += static_cast<char>(byte);
+  else
+    AppendUtf8(out, Cp1252CodePoint(byte));
 }
 
 void AppendHex4(std::string& out, unsigned unit) {
@@ -132,11 +153,23 @@ std::int32_t IntegerValue(std::string_view t) {
   return t[0] == '-' ? -v : v;
 }
 
+// An open file, closed when it goes.
+struct FileDescriptor {
+  explicit FileDescriptor(int descriptor) : fd(descriptor) {}
+  FileDescriptor(const FileDescriptor&) = delete;
+  FileDescriptor& operator=(const FileDescriptor&) = delete;
+  ~FileDescriptor() {
+    if (fd >= 0) ::close(fd);
+  }
+  const int fd;
+};
+
 }  // namespace
 
 // ---------------------------------------------------------------------------------------------
-// Reader. The document is held as code points, so positions in error lines count characters
-// from 1 (one character a byte for a Windows-1252 file).
+// Reader. It walks the document in place, one character a unit: the bytes of a Windows-1252
+// file as they were read, or the code points of program text. Positions in error lines count
+// characters from 1, and a character becomes UTF-8 only where it goes into a key or a text.
 //
 // The dialect is forgiving on purpose: comments and parentheses are blanks, keys may be bare or
 // single-quoted, strings may be bare, and a fault inside a value ends only the node that holds
@@ -144,9 +177,10 @@ std::int32_t IntegerValue(std::string_view t) {
 // the document, so no input can make the reader stall; the first end-of-document inside a node
 // and a too deep nesting stop the whole reading with one line.
 // ---------------------------------------------------------------------------------------------
+template <class Unit>
 class clsVXFileJSON::Parser {
  public:
-  Parser(std::u32string doc, std::string& errors) : doc_(std::move(doc)), errors_(errors) {}
+  Parser(std::span<const Unit> doc, std::string& errors) : doc_(doc), errors_(errors) {}
 
   void Run(JsonValue& parsed) {
     errors_.clear();
@@ -162,11 +196,27 @@ class clsVXFileJSON::Parser {
 
  private:
   bool AtEnd() const { return pos_ >= doc_.size(); }
+  // Moves past the run of ASCII characters from pos_ that `plain` accepts and returns it. The
+  // bytes of a file are the run itself; code points are narrowed into `buffer`.
+  template <class Plain>
+  std::string_view AsciiRun(Plain plain, std::string& buffer) {
+    const size_t start = pos_;
+    while (!AtEnd() && doc_[pos_] < 0x80 && plain(doc_[pos_])) ++pos_;
+    if constexpr (std::is_same_v<Unit, unsigned char>) {
+      return {reinterpret_cast<const char*>(doc_.data()) + start, pos_ - start};
+    } else {
+      buffer.assign(pos_ - start, '\0');
+      std::transform(doc_.begin() + static_cast<std::ptrdiff_t>(start),
+                     doc_.begin() + static_cast<std::ptrdiff_t>(pos_), buffer.begin(),
+                     [](Unit c) { return static_cast<char>(c); });
+      return buffer;
+    }
+  }
   char32_t At(size_t ahead) const { return pos_ + ahead < doc_.size() ? doc_[pos_ + ahead] : 0; }
   std::string Position() const { return std::to_string(pos_ + 1); }
   std::string Slice(size_t count) const {
     std::string s;
-    for (size_t i = pos_; i < doc_.size() && i - pos_ < count; ++i) AppendUtf8(s, doc_[i]);
+    for (size_t i = pos_; i < doc_.size() && i - pos_ < count; ++i) Append(s, doc_[i]);
     return s;
   }
   std::string Rest() const { return Slice(errors_.size() < kQuoteBudget ? doc_.size() : kShortQuote); }
@@ -273,7 +323,7 @@ class clsVXFileJSON::Parser {
     std::string key;
     bool quoted = false;
     while (!AtEnd()) {
-      const char32_t c = doc_[pos_];
+      const Unit c = doc_[pos_];
       if (c == '"' || c == '\'') {
         ++pos_;
         quoted = !quoted;
@@ -289,6 +339,8 @@ class clsVXFileJSON::Parser {
       } else if (c == ':' && !quoted) {
         ++pos_;
         return key;
+      } else if (c < 0x80 && IsKeyCharacter(c)) {
+        key += AsciiRun(IsKeyCharacter, scratch_);
       } else {
         if (c == ':' && valid) {
           Line("Invalid Key at position " + Position() + " : " + key);
@@ -380,14 +432,9 @@ class clsVXFileJSON::Parser {
   // Nine characters or fewer without '.', 'e' or 'E' make a 32-bit integer, anything else a
   // double. A number that runs to the end of the document is cut off and yields empty.
   JsonValue ParseNumber() {
-    const size_t start = pos_;
-    std::string text;
-    while (!AtEnd() && (IsDigit(doc_[pos_]) || doc_[pos_] == '+' || doc_[pos_] == '-' || doc_[pos_] == '.' ||
-                        doc_[pos_] == 'e' || doc_[pos_] == 'E')) {
-      text += static_cast<char>(doc_[pos_++]);
-    }
+    const std::string_view text = AsciiRun(IsNumberCharacter, scratch_);
     if (AtEnd()) return {};
-    if (text.find_first_of(".eE") != std::string::npos || pos_ - start > 9)
+    if (text.find_first_of(".eE") != std::string_view::npos || text.size() > 9)
       return JsonValue(NumberValue(text));
     return JsonValue(IntegerValue(text));
   }
@@ -416,7 +463,7 @@ class clsVXFileJSON::Parser {
     if (quoted) ++pos_;
     std::string out;
     while (!AtEnd()) {
-      const char32_t c = doc_[pos_];
+      const Unit c = doc_[pos_];
       if (c == '"') {
         ++pos_;
         return out;
@@ -425,18 +472,22 @@ class clsVXFileJSON::Parser {
         ++pos_;
         return out;
       }
+      if (c < 0x80 && IsTextCharacter(c)) {
+        out += AsciiRun(quoted ? IsTextCharacter : IsBareTextCharacter, scratch_);
+        continue;
+      }
       if (c != '\\') {
         Append(out, c);
         ++pos_;
         continue;
       }
       if (doc_.size() - pos_ < 2) break;
-      const char32_t e = doc_[pos_ + 1];
+      const Unit e = doc_[pos_ + 1];
       pos_ += 2;
       if (const size_t k = std::u32string_view(U"bfnrt").find(e); k != std::u32string_view::npos) {
         out += "\b\f\n\r\t"[k];
       } else if (e != 'u') {
-        AppendUtf8(out, e);  // '"', '\\', '/', '\'' and any other character as it is
+        Append(out, e);  // '"', '\\', '/', '\'' and any other character as it is
       } else {
         if (doc_.size() - pos_ < 4) break;
         const long unit = Hex4(pos_);
@@ -457,7 +508,8 @@ class clsVXFileJSON::Parser {
     return {};
   }
 
-  std::u32string doc_;
+  std::span<const Unit> doc_;
+  std::string scratch_;  // the narrowed runs of program text
   std::string& errors_;
   size_t pos_ = 0;
   bool stopped_ = false;
@@ -599,40 +651,44 @@ void clsVXFileJSON::AddError(std::string_view message) {
 
 void clsVXFileJSON::ParseText(std::string_view utf8) {
   try {
-    Parser(Utf8ToCodePoints(utf8), errors_).Run(parsed_);
+    const std::u32string doc = Utf8ToCodePoints(utf8);
+    Parser<char32_t>(doc, errors_).Run(parsed_);
   } catch (const std::bad_alloc&) {
     AddError("Out of memory");
   }
 }
 
-void clsVXFileJSON::ReadFile(const std::filesystem::path& path) {
+bool clsVXFileJSON::ReadFile(const std::filesystem::path& path) {
+  std::error_code ec;
+  if (!std::filesystem::is_regular_file(path, ec)) return false;
+  const FileDescriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+  if (file.fd < 0) return false;
   try {
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(path, ec)) return;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return;
-    // The file in one read (a regular file has its size), not byte by byte through the stream.
+    // The whole file in one read into one buffer, which the parser then walks in place.
     std::string bytes;
-    in.seekg(0, std::ios::end);
-    const std::streamoff size = in.tellg();
-    in.seekg(0, std::ios::beg);
-    if (size > 0) {
-      bytes.resize(static_cast<size_t>(size));
-      in.read(bytes.data(), size);
-      bytes.resize(static_cast<size_t>(in.gcount()));
+    struct stat st {};
+    if (::fstat(file.fd, &st) == 0 && st.st_size > 0) {
+      bytes.resize(static_cast<size_t>(st.st_size));
+      size_t got = 0;
+      while (got < bytes.size()) {
+        const ssize_t n = ::read(file.fd, bytes.data() + got, bytes.size() - got);
+        if (n > 0)
+          got += static_cast<size_t>(n);
+        else if (n == 0 || errno != EINTR)
+          break;
+      }
+      bytes.resize(got);
     }
-    if (bytes.empty()) return;
-    std::u32string doc(bytes.size(), U'\0');
-    std::transform(bytes.begin(), bytes.end(), doc.begin(), [](char b) {
-      const auto u = static_cast<unsigned char>(b);
-      return u < 0x80 ? char32_t{u} : Cp1252CodePoint(u);
-    });
-    Parser(std::move(doc), errors_).Run(parsed_);
+    if (!bytes.empty())
+      Parser<unsigned char>(std::span(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()),
+                            errors_)
+          .Run(parsed_);
   } catch (const std::bad_alloc&) {
     AddError("Out of memory");
   } catch (...) {
     // Any other failure of the reading ends it quietly, as a missing file does.
   }
+  return true;
 }
 
 bool clsVXFileJSON::WriteToString(std::string& out) {

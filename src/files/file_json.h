@@ -62,9 +62,9 @@ class clsVXFileJSON {
   // Parsed becomes a new empty object whose tags compare exactly.
   void ResetParsed();
 
-  // Loads and parses a file. A path that names no file, an empty file or an unreadable one
-  // leave the tree as it is; parse faults go to the error text.
-  void ReadFile(const std::filesystem::path& path);
+  // Loads and parses a file; parse faults go to the error text. A path that names no regular
+  // file, or one that can't be opened, gives false; it and an empty file leave the tree as it is.
+  bool ReadFile(const std::filesystem::path& path);
   // Writes the tree safely (see files/safe_write.h): a temporary file beside the target and a
   // rename, through symbolic links, keeping the target's permissions; a read-only target is
   // refused. False on any failure, and the old file stays.
@@ -139,6 +139,7 @@ class clsVXFileJSON {
   // A number to store; infinity and NaN become 0 with a line.
   JsonValue FiniteValue(double value, std::string_view tag, std::string_view kindMark);
 
+  template <class Unit>
   class Parser;
   class Writer;
 

@@ -114,15 +114,27 @@ class clsVXHashTable : public std::enable_shared_from_this<clsVXHashTable> {
     JsonValue value;
     std::string comment;
   };
+  // A key of a lookup in a case-blind table, whose stored keys are upper case: it is found in
+  // any case without an upper-case copy of it.
+  struct AnyCase {
+    std::string_view key;
+  };
+  // Keys hash with their letters in upper case, so that both kinds of lookup meet the key.
   struct KeyHash {
     using is_transparent = void;
-    size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+    size_t operator()(std::string_view s) const;
+    size_t operator()(AnyCase k) const { return (*this)(k.key); }
+  };
+  struct KeyEqual {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const { return a == b; }
+    bool operator()(AnyCase k, std::string_view stored) const;
   };
 
   std::string Normal(std::string_view key) const;
   const Slot* Find(std::string_view key) const;
 
-  std::unordered_map<std::string, Slot, KeyHash, std::equal_to<>> slots_;
+  std::unordered_map<std::string, Slot, KeyHash, KeyEqual> slots_;
   std::vector<std::string> keyList_;
   bool ignoreCase_ = false;
   std::int32_t hashSize_ = 1024, listSize_ = 2048, chunkSize_ = 1024;

@@ -3,7 +3,6 @@
 #include "files/project_file.h"
 
 #include <algorithm>
-#include <fstream>
 #include <span>
 #include <vector>
 
@@ -35,9 +34,7 @@ std::string LoadDocument(clsVXFileJSON& file, const std::filesystem::path& path,
   const std::string quoted = "\"" + path.string() + "\"";
   std::error_code ec;
   if (!std::filesystem::exists(path, ec)) return "The file " + quoted + " does not exist.";
-  if (!std::filesystem::is_regular_file(path, ec) || !std::ifstream(path, std::ios::binary))
-    return "The file " + quoted + " cannot be read.";
-  file.ReadFile(path);
+  if (!file.ReadFile(path)) return "The file " + quoted + " cannot be read.";
   const JsonObject root = file.ParsedObject();
   if (root && std::ranges::any_of(blocks, [&](std::string_view b) { return root->Exists(b); })) return {};
   return "The file " + quoted + " is not a Corvenith Velmar file.";

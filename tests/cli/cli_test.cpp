@@ -40,6 +40,8 @@ TEST(Cli, FailuresGiveOneLineAndLeaveNoOutput) {
       {"water --type lake", ""},
       {"water --units metric", ""},
       {"nonsense", ""},
+      {"-- calc", ""},                  // a command behind "--" still runs, and wants its file
+      {"calc " + ship + " units", ""},  // a second command
       {"info " + missing, ""},
       {"save " + missing + " -o " + out, out},
       {"save " + ship + " -o " + tmp("notes.txt"), ""},
@@ -86,6 +88,12 @@ TEST(Cli, WaterAndUnitsAndVersion) {
   r = Cli("--version");
   EXPECT_EQ(r.code, 0);
   EXPECT_EQ(r.out.rfind("Velmar ", 0), 0u);
+  // The help lists every command, also when the line names one behind a "--".
+  for (const char* args : {"--help", "--help -- calc"}) {
+    r = Cli(args);
+    EXPECT_EQ(r.code, 0) << args;
+    EXPECT_TRUE(Has(r.out, "\n  calc ") && Has(r.out, "\n  water ")) << args << "\n" << r.out;
+  }
 }
 
 }  // namespace
