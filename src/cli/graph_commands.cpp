@@ -203,7 +203,7 @@ void DefineGraph(CLI::App& graph) {
   graph.add_option("--compare", o.compare, "Up to four project files drawn in the same chart")
       ->expected(1, 4);
   graph.add_option("-o,--output", o.out, "Picture to write: .png, .svg, .pdf, .jpg or .bmp");
-  graph.add_option("--report", o.report, "Also write the report of the graph: .pdf, .html, .csv or .txt");
+  graph.add_option("--report", o.report, "Also write the report of the graph: .pdf, .html, .csv, .rtf or .txt");
   graph.add_option("--prepared-by", o.preparedBy, "with --report: name for \"Prepared by\" in its heading");
   graph.add_option("--size", o.size, "Width x height in pixels")->capture_default_str();
   graph.add_option("--mode", o.mode, "auto, resistance or propulsion")->capture_default_str();

@@ -93,7 +93,7 @@ void DefineReport(CLI::App& report) {
   report.add_flag("--no-calc", o.noCalc, "report the results stored in the file, without Calculate");
   report.add_option("--date", o.date, "date and time the report shows, YYYY-MM-DD HH:MM (default: now)");
   report.add_option("--prepared-by", o.preparedBy, "name for \"Prepared by\" in the report heading");
-  report.add_option("-o,--output", o.out, "Output file: .pdf, .html, .csv or .txt")->required();
+  report.add_option("-o,--output", o.out, "Output file: .pdf, .html, .csv, .rtf or .txt")->required();
   report.callback([] { RunReport(o); });
 }
 
