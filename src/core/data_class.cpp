@@ -70,8 +70,9 @@ double DataClass::Read(int field, int unit) const {
     v = units_->Convert(d.family, stored, unit, kCurrent);
   }
   // A number that is not finite is always refused, with the field's word (or its name when
-  // it has none): no prediction may run on it.
-  if (FailsCheck(d, stored) || !std::isfinite(stored)) errors_.Push(*d.word ? d.word : d.name);
+  // it has none): no prediction may run on it. Most fields have no check: no call for them.
+  if ((d.check != Check::None && FailsCheck(d, stored)) || !std::isfinite(stored))
+    errors_.Push(*d.word ? d.word : d.name);
   return v;
 }
 
