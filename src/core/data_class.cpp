@@ -26,7 +26,9 @@ const LabelList kDragTechniqueLabels = Keyed({{"Prediction", "Prediction"},
                                               {"Scale from test", "ScaleFromTest"},
                                               {"Defined", "Defined"}});
 
-bool FailsCheck(const FieldDesc& d, double v) {
+namespace {
+// The test of FailsCheck, inlined into the field reads.
+[[gnu::always_inline]] inline bool FailsCheckOf(const FieldDesc& d, double v) {
   switch (d.check) {
     case Check::None:
       return false;
@@ -41,6 +43,9 @@ bool FailsCheck(const FieldDesc& d, double v) {
   }
   return false;
 }
+}  // namespace
+
+bool FailsCheck(const FieldDesc& d, double v) { return FailsCheckOf(d, v); }
 
 DataClass::DataClass(std::span<const FieldDesc> fields, std::shared_ptr<clsVXUnits> units)
     : fields_(fields), values_(fields.size(), 0.0), texts_(fields.size()), units_(std::move(units)) {
@@ -70,8 +75,8 @@ double DataClass::Read(int field, int unit) const {
     v = units_->Convert(d.family, stored, unit, kCurrent);
   }
   // A number that is not finite is always refused, with the field's word (or its name when
-  // it has none): no prediction may run on it. Most fields have no check: no call for them.
-  if ((d.check != Check::None && FailsCheck(d, stored)) || !std::isfinite(stored))
+  // it has none): no prediction may run on it.
+  if (FailsCheckOf(d, stored) || !std::isfinite(stored))
     errors_.Push(*d.word ? d.word : d.name);
   return v;
 }
