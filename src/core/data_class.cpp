@@ -76,8 +76,7 @@ double DataClass::Read(int field, int unit) const {
   }
   // A number that is not finite is always refused, with the field's word (or its name when
   // it has none): no prediction may run on it.
-  if (FailsCheckOf(d, stored) || !std::isfinite(stored))
-    errors_.Push(*d.word ? d.word : d.name);
+  if (FailsCheckOf(d, stored) || !std::isfinite(stored)) errors_.Push(*d.word ? d.word : d.name);
   return v;
 }
 

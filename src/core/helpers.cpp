@@ -244,7 +244,8 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
   const unsigned biased = BiasedExponent(a);
   if (!formatOut && InBinadeTable(biased) && digits >= 1 && digits <= kPow10TableMax && startupPow10.ready) {
     const int e = TableExponent(a, biased);
-    const int k = e != kLogarithmDecides ? digits - e : kPow10TableMax + 1;  // 10^k scales a to `digits` digits
+    // 10^k scales a to an integer of `digits` digits; a value in a band goes the general way.
+    const int k = e != kLogarithmDecides ? digits - e : kPow10TableMax + 1;
     if (k >= -kPow10TableMax && k <= kPow10TableMax) {
       const double s = startupPow10.table[static_cast<size_t>(k > 0 ? k : -k) + kPow10TableMax];
       const double r = k > 0 ? RoundUp(a * s) / s : k == 0 ? RoundUp(a) : RoundUp(a / s) * s;

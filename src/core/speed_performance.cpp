@@ -123,7 +123,8 @@ namespace {
 // Inlined into the column reads and writes, which every speed of a prediction makes many times.
 [[gnu::always_inline]] inline size_t RowOffset(int row, int column, int current, size_t size, int columns) {
   if (row == -1) row = current;
-  if (row < 0 || static_cast<size_t>(row + 1) * columns > size) throw std::out_of_range("Speed table row out of range");
+  if (row < 0 || static_cast<size_t>(row + 1) * columns > size)
+    throw std::out_of_range("Speed table row out of range");
   return static_cast<size_t>(row) * columns + static_cast<size_t>(column);
 }
 }  // namespace

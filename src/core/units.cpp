@@ -84,13 +84,16 @@ struct FamilyBase {
   signed char ordinal;
   unsigned char power;
 };
-constexpr std::array<FamilyBase, static_cast<size_t>(UnitFamily::PropLengthCube) + 1> kFamilyBases = [] {
+constexpr auto kFamilyBases = [] {
   std::array<FamilyBase, static_cast<size_t>(UnitFamily::PropLengthCube) + 1> t{};
-  for (size_t f = 0; f < t.size(); ++f) t[f] = {static_cast<signed char>(f - 1), 1};
-  t[0] = {-1, 1};
-  t[static_cast<size_t>(UnitFamily::Volume)] = {static_cast<signed char>(UnitFamily::Length) - 1, 3};
-  t[static_cast<size_t>(UnitFamily::PropLengthSq)] = {static_cast<signed char>(UnitFamily::PropLength) - 1, 2};
-  t[static_cast<size_t>(UnitFamily::PropLengthCube)] = {static_cast<signed char>(UnitFamily::PropLength) - 1, 3};
+  auto at = [&t](UnitFamily f) -> FamilyBase& { return t[static_cast<size_t>(f)]; };
+  auto ordinal = [](UnitFamily f) {
+    return static_cast<signed char>(static_cast<int>(f) - static_cast<int>(UnitFamily::Length));
+  };
+  for (size_t code = 0; code < t.size(); ++code) t[code] = {ordinal(static_cast<UnitFamily>(code)), 1};
+  at(UnitFamily::Volume) = {ordinal(UnitFamily::Length), 3};
+  at(UnitFamily::PropLengthSq) = {ordinal(UnitFamily::PropLength), 2};
+  at(UnitFamily::PropLengthCube) = {ordinal(UnitFamily::PropLength), 3};
   return t;
 }();
 
@@ -248,7 +251,8 @@ double clsVXUnits::Convert(UnitFamily f, double value, int toIndex, int fromInde
     return Rounded(value * factor[static_cast<size_t>(toIndex)] / factor[static_cast<size_t>(fromIndex)],
                    sigDigits_);
   }
-  return ConvertOther(ordinal, kFamilyBases[code].power, s.customFactor, value, toIndex, fromIndex, sigDigits_);
+  return ConvertOther(ordinal, kFamilyBases[code].power, s.customFactor, value, toIndex, fromIndex,
+                      sigDigits_);
 }
 
 void clsVXUnits::ClearAllData() {
