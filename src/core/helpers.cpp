@@ -8,7 +8,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <limits>
 
 #include "core/format.h"
 
@@ -154,13 +153,16 @@ constexpr BinadeTable kBinades;
 
 int LogarithmExponent(double a) { return static_cast<int>(std::floor(Log10(a))) + 1; }
 
-// The exponent of a normal a whose binade the table holds (biased binary exponent `biased`),
-// or kLogarithmDecides when a lies in a band around a power of ten.
-constexpr int kLogarithmDecides = std::numeric_limits<int>::min();
-inline int TableExponent(double a, unsigned biased) {
+// The exponent e of a normal a whose binade the table holds (biased binary exponent
+// `biased`); false when a lies in a band around a power of ten, where the logarithm decides.
+inline bool TableExponent(double a, unsigned biased, int& e) {
   const Binade& b = kBinades.binade[biased - kBiasedBinadeMin];
-  if (a < b.belowPower) return a > b.aboveLower ? b.d : kLogarithmDecides;
-  return a > b.abovePower ? b.d + 1 : kLogarithmDecides;
+  if (a < b.belowPower) {
+    e = b.d;
+    return a > b.aboveLower;
+  }
+  e = b.d + 1;
+  return a > b.abovePower;
 }
 
 unsigned BiasedExponent(double a) { return static_cast<unsigned>(std::bit_cast<std::uint64_t>(a) >> 52); }
@@ -169,8 +171,8 @@ bool InBinadeTable(unsigned biased) { return biased - kBiasedBinadeMin < kBinade
 
 int DecimalExponent(double a) {
   const unsigned biased = BiasedExponent(a);
-  const int e = InBinadeTable(biased) ? TableExponent(a, biased) : kLogarithmDecides;
-  return e != kLogarithmDecides ? e : LogarithmExponent(a);
+  int e;
+  return InBinadeTable(biased) && TableExponent(a, biased, e) ? e : LogarithmExponent(a);
 }
 
 // floor(x) for x >= 0 (or NaN): below 2^52 the truncation through a 64-bit integer, which
@@ -243,13 +245,24 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
   const double a = std::fabs(value);
   const unsigned biased = BiasedExponent(a);
   if (!formatOut && InBinadeTable(biased) && digits >= 1 && digits <= kPow10TableMax && startupPow10.ready) {
-    const int e = TableExponent(a, biased);
-    // 10^k scales a to an integer of `digits` digits; a value in a band goes the general way.
-    const int k = e != kLogarithmDecides ? digits - e : kPow10TableMax + 1;
-    if (k >= -kPow10TableMax && k <= kPow10TableMax) {
-      const double s = startupPow10.table[static_cast<size_t>(k > 0 ? k : -k) + kPow10TableMax];
-      const double r = k > 0 ? RoundUp(a * s) / s : k == 0 ? RoundUp(a) : RoundUp(a / s) * s;
-      return value < 0.0 ? -r : r;
+    int e;
+    if (TableExponent(a, biased, e)) {
+      const int k = digits - e;  // 10^k scales a to an integer of `digits` digits
+      const Pow10Table& pow10 = startupPow10.table;
+      if (k > 0 && k <= kPow10TableMax) {
+        const double s = pow10[static_cast<size_t>(k + kPow10TableMax)];
+        const double r = RoundUp(a * s) / s;
+        return value < 0.0 ? -r : r;
+      }
+      if (k == 0) {
+        const double r = RoundUp(a);
+        return value < 0.0 ? -r : r;
+      }
+      if (k < 0 && k >= -kPow10TableMax) {
+        const double s = pow10[static_cast<size_t>(kPow10TableMax - k)];
+        const double r = RoundUp(a / s) * s;
+        return value < 0.0 ? -r : r;
+      }
     }
   }
   return RoundAnyValue(value, digits, formatOut);
