@@ -88,9 +88,9 @@ bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
 }
 
 bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn) {
-  // A failed form factor has left its text and location in the calculation error state; the
-  // speed part of the same reading goes on under them.
-  if (h.formFactorOk) SetCalcLocation("Holtrop bare-hull drag");
+  // The location is the method's, set by ReadHoltropHull (and put back by the form factor) or
+  // by the run at a later speed. A failed form factor has left its own text and location in
+  // the calculation error state; the speed part of the same reading goes on under them.
   t = HoltropTerms{};
   try {
     const double L = h.L, B = h.B, T = h.T, W = h.W, S = h.S, ABT = h.ABT, Z = h.Z, AT = h.AT, iE = h.iE;
