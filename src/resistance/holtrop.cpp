@@ -62,7 +62,8 @@ bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
     // Its failure (and those of c7 and the length of run) is the speed part's to report, in
     // the order of the steps.
     if (ABT > 0.0) {
-      h.c3 = 0.56 * std::pow(ABT, 1.5) / (B * T * (0.31 * std::sqrt(ABT) + Z));
+      h.ABT15 = std::pow(ABT, 1.5);
+      h.c3 = 0.56 * h.ABT15 / (B * T * (0.31 * std::sqrt(ABT) + Z));
       if (h.c3 > 0.0) h.c2 = std::exp(-1.89 * std::sqrt(h.c3));
     }
     // 11-19. Coefficients of the wave resistance, Holtrop (1984).
@@ -167,7 +168,7 @@ bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn) {
       e = std::max(e, 0.56 * std::sqrt(ABT));
       e = std::max(e, 0.1 * T);
       const double pb = 0.56 * std::sqrt(ABT) / e;
-      t.rb = 0.11 * std::exp(-3.0 / (pb * pb)) * fni * fni * fni * std::pow(ABT, 1.5) * StdDensityFresh * g /
+      t.rb = 0.11 * std::exp(-3.0 / (pb * pb)) * fni * fni * fni * h.ABT15 * StdDensityFresh * g /
              (1.0 + fni * fni);
     }
     // 23. Immersed transom, Holtrop & Mennen (1982): FnT = V / sqrt(2 g AT / (B + B CWP)),
