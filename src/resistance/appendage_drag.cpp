@@ -2,6 +2,7 @@
 #include "resistance/appendage_drag.h"
 
 #include <iterator>
+#include <optional>
 #include <tuple>
 
 #include "core/constants.h"
@@ -144,8 +145,8 @@ bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXA
     return false;
   }
   const Flow flow{CalcFrictionITTC57(rn), ca, 0.5 * rho * v * v, v, rho};
-  AppendageRun once;
-  AppendageRun& read = run ? *run : once;
+  std::optional<AppendageRun> once;
+  AppendageRun& read = run ? *run : once.emplace();
   if (!reuse) {
     ReadComponents(appendage, read);
     read.rho = rho;

@@ -2,6 +2,7 @@
 #include "resistance/resistance_driver.h"
 
 #include <cmath>
+#include <limits>
 
 #include "core/constants.h"
 #include "core/helpers.h"
@@ -61,7 +62,7 @@ bool DelftSeries(double& ctModel, double& modelLength, int& speedCheck, const cl
 struct HullDragRun {
   HoltropRun holtrop;
   // The model's length (ft) and its power 1.5, of the rows so far.
-  double modelLength = 0.0, modelLengthPow = 0.0;
+  double modelLength = std::numeric_limits<double>::quiet_NaN(), modelLengthPow = 0.0;
 };
 // A method whose hull part is read once per run has a `calcRun` besides its `calc`.
 using HullDragRunFn = bool (*)(double& ctModel, double& modelLength, int& speedCheck, HullDragRun& run,
@@ -590,15 +591,16 @@ bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLengt
                            ? calc->calcRun(ctModel, modelLength, speedCheck, *run, hull, fnLength)
                            : calc->calc(ctModel, modelLength, speedCheck, hull, fnLength);
   if (!modelOk) return false;
-  // The model runs at the ship's Froude number in fresh basin water.
-  // A method's model has one length for the whole run.
-  HullDragRun once;
-  HullDragRun& model = run ? *run : once;
-  if (!(model.modelLength == modelLength)) {
-    model.modelLength = modelLength;
-    model.modelLengthPow = std::pow(modelLength, 1.5);
+  // The model runs at the ship's Froude number in fresh basin water. A method's model has one
+  // length for the whole run, so a run raises it to the power 1.5 once.
+  double lengthPow = 0.0;
+  if (run && run->modelLength == modelLength) {
+    lengthPow = run->modelLengthPow;
+  } else {
+    lengthPow = std::pow(modelLength, 1.5);
+    if (run) run->modelLength = modelLength, run->modelLengthPow = lengthPow;
   }
-  const double rnModel = model.modelLengthPow * fnLength * std::sqrt(GravityFt) / StdViscosityFresh;
+  const double rnModel = lengthPow * fnLength * std::sqrt(GravityFt) / StdViscosityFresh;
   const double vModel = rnModel * StdViscosityFresh / modelLength;
   const double cfModel = CalcFrictionLine(rnModel, settings.frictionLine, modelLength, vModel, 0.0);
   const double kMultModel = CalcFormFactorKMultiplier(fnLength, settings.kMultEnabled);
