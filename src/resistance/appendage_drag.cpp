@@ -2,6 +2,7 @@
 #include "resistance/appendage_drag.h"
 
 #include <iterator>
+#include <optional>
 #include <tuple>
 
 #include "core/constants.h"
@@ -126,12 +127,17 @@ void ReadComponents(const clsVXAppendage& appendage, AppendageRun& run) {
 bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXAppendage& appendage,
                                clsVXSpeedPerformance& sp, int row, AppendageRun* run) {
   SetCalcLocation("Holtrop Form Factor appendage drag prediction");
-  const double rho = water.Density(kSlugPerFt3);
+  // The water and the appendages do not change within a run: a run reads them at its first
+  // row. A later row still looks at the water's error stack, where a word another step has
+  // pushed since stops it as a fresh reading would.
+  const bool reuse = run && run->read;
+  const double rho = reuse ? run->rho : water.Density(kSlugPerFt3);
   if (water.ErrorsFound()) {
     AddCalcErrors(water.Errors());
     return false;
   }
-  const double v = sp.Speed(row, kFtPerSec);
+  // The caller of a run has read the row's speed already; its check passed then.
+  const double v = run ? run->speed : sp.Speed(row, kFtPerSec);
   const double rn = sp.CoefReynoldsLength(row);
   const double ca = sp.CoefDragBareHullCorrAllowance(row);
   if (sp.ErrorsFound()) {
@@ -139,10 +145,12 @@ bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXA
     return false;
   }
   const Flow flow{CalcFrictionITTC57(rn), ca, 0.5 * rho * v * v, v, rho};
-  // The appendages do not change within a run: a run reads them at its first row.
-  AppendageRun once;
-  AppendageRun& read = run ? *run : once;
-  if (!read.read) ReadComponents(appendage, read);
+  std::optional<AppendageRun> once;
+  AppendageRun& read = run ? *run : once.emplace();
+  if (!reuse) {
+    ReadComponents(appendage, read);
+    read.rho = rho;
+  }
   double sum = 0.0;
   for (size_t i = 0; i < std::size(kComponents); ++i) {
     const Kind& kind = read.kinds[i];
@@ -163,18 +171,18 @@ bool CalcAppendageDrag(double& drag, clsVXWaterProperties& water, clsVXHull& /*h
                        clsVXAppendage& appendage, clsVXITTC78Expansion& /*ittc78*/,
                        clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance, int row,
                        AppendageRun* run) {
-  // The location text names the wind drag, as the program always has.
-  SetCalcLocation("wind drag prediction");
   drag = 0.0;
   return RunGuarded([&] {
     const int method = resistance.AppendageDragMethod();
     switch (method) {
-      case kAppendagePercentage:
+      case kAppendagePercentage:  // each method sets its own location
         return CalcAppendagePercentage(drag, appendage, speedPerformance, row);
       case kAppendageHoltropComponent:
         return CalcAppendageHoltropComponent(drag, water, appendage, speedPerformance, row, run);
       default:
-        // Only the ids, labels and parameter ranges of the other methods are part of the program.
+        // The location text names the wind drag, as the program always has. Only the ids,
+        // labels and parameter ranges of the other methods are part of the program.
+        SetCalcLocation("wind drag prediction");
         AddCalcError("Appendage drag method not available: " + resistance.AppendageDragMethodLabel(method));
         return false;
     }

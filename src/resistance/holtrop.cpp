@@ -14,6 +14,7 @@
 #include "core/spline_fit.h"
 #include "resistance/friction.h"
 #include "resistance/hull_estimates.h"
+#include "vessel/hull_reads.h"
 
 namespace velmar {
 namespace {
@@ -34,13 +35,15 @@ bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
   try {
     // 1-2. Hull data in feet, pounds and cubic feet; any missing item stops the method. The
     // stern coefficient enters through the form factor.
-    h.L = hull.LengthWL(kFt), h.B = hull.BeamWLMax(kFt), h.T = hull.DraftSubmergedMax(kFt);
-    h.W = hull.Displacement(kLb), h.Vol = hull.DisplacementVolume(kFt), h.S = hull.WettedSurface(kFt2);
-    h.XB = hull.XBuoyancyFwdTr(kFt), h.ABT = hull.BulbAreaSect(kFt2), h.Z = hull.ZBulbAreaSectBelowWL(kFt);
-    h.AT = hull.AreaSectAtTr(kFt2), h.iE = hull.AngleHalfEntDeg(), h.Cp = hull.CoefPrismatic();
-    h.LVol = hull.CoefLwlVol(), h.LT = hull.CoefLwlTvolRatio(), h.BT = hull.CoefBwlTvolRatio();
-    h.LB = hull.CoefLwlBwlRatio();
-    h.Cw = hull.CoefWaterplane(), h.Cm = hull.CoefAreaSectMax(), h.AtAx = hull.CoefAtAxRatio();
+    // Each item is read once, the coefficients included (HullReads).
+    HullReads r(hull);
+    h.L = r.LengthWL(kFt), h.B = r.BeamWLMax(kFt), h.T = r.DraftSubmergedMax(kFt);
+    h.W = r.Displacement(kLb), h.Vol = r.DisplacementVolume(kFt), h.S = r.WettedSurface(kFt2);
+    h.XB = r.XBuoyancyFwdTr(kFt), h.ABT = r.BulbAreaSect(kFt2), h.Z = r.ZBulbAreaSectBelowWL(kFt);
+    h.AT = r.AreaSectAtTr(kFt2), h.iE = r.AngleHalfEntDeg(), h.Cp = r.CoefPrismatic();
+    h.LVol = r.CoefLwlVol(), h.LT = r.CoefLwlTvolRatio(), h.BT = r.CoefBwlTvolRatio();
+    h.LB = r.CoefLwlBwlRatio();
+    h.Cw = r.CoefWaterplane(), h.Cm = r.CoefAreaSectMax(), h.AtAx = r.CoefAtAxRatio();
     if (PassHullErrors(hull)) return false;
 
     // 3-4. Very beamy hulls are taken at L/B 2.6, the lower end of the regression.
@@ -52,14 +55,15 @@ bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
 
     // 5. Form factor. When it fails, its text stays in the calculation error state, and the
     // method goes on with 1 + k = 1.
-    h.formFactorOk = CalcHoltropFormFactor(h.k1, hull);
+    h.formFactorOk = CalcHoltropFormFactor(h.k1, r);
     if (!h.formFactorOk) h.k1 = 1.0;
 
     // 10. Bulb factor c2, Holtrop (1984): c3 = 0.56 ABT^1.5 / (B T (0.31 sqrt(ABT) + TF - hB)).
     // Its failure (and those of c7 and the length of run) is the speed part's to report, in
     // the order of the steps.
     if (ABT > 0.0) {
-      h.c3 = 0.56 * std::pow(ABT, 1.5) / (B * T * (0.31 * std::sqrt(ABT) + Z));
+      h.ABT15 = std::pow(ABT, 1.5);
+      h.c3 = 0.56 * h.ABT15 / (B * T * (0.31 * std::sqrt(ABT) + Z));
       if (h.c3 > 0.0) h.c2 = std::exp(-1.89 * std::sqrt(h.c3));
     }
     // 11-19. Coefficients of the wave resistance, Holtrop (1984).
@@ -85,9 +89,9 @@ bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
 }
 
 bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn) {
-  // A failed form factor has left its text and location in the calculation error state; the
-  // speed part of the same reading goes on under them.
-  if (h.formFactorOk) SetCalcLocation("Holtrop bare-hull drag");
+  // The location is the method's, set by ReadHoltropHull (and put back by the form factor) or
+  // by the run at a later speed. A failed form factor has left its own text and location in
+  // the calculation error state; the speed part of the same reading goes on under them.
   t = HoltropTerms{};
   try {
     const double L = h.L, B = h.B, T = h.T, W = h.W, S = h.S, ABT = h.ABT, Z = h.Z, AT = h.AT, iE = h.iE;
@@ -164,7 +168,7 @@ bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn) {
       e = std::max(e, 0.56 * std::sqrt(ABT));
       e = std::max(e, 0.1 * T);
       const double pb = 0.56 * std::sqrt(ABT) / e;
-      t.rb = 0.11 * std::exp(-3.0 / (pb * pb)) * fni * fni * fni * std::pow(ABT, 1.5) * StdDensityFresh * g /
+      t.rb = 0.11 * std::exp(-3.0 / (pb * pb)) * fni * fni * fni * h.ABT15 * StdDensityFresh * g /
              (1.0 + fni * fni);
     }
     // 23. Immersed transom, Holtrop & Mennen (1982): FnT = V / sqrt(2 g AT / (B + B CWP)),

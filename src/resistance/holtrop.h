@@ -27,13 +27,13 @@ struct HoltropTerms {
 bool CalcHoltropTerms(HoltropTerms& terms, const clsVXHull& hull, double fn);
 
 // What the method takes of the hull, in feet, pounds force and seconds, read and converted
-// once: the hull data (L/B already held at 2.6 or more), the form factor and every
-// coefficient that does not depend on the speed. Their checks (c3, c7, the length of run) are
+// once: the hull data (L/B already held at 2.6 or more), ABT^1.5 of a bulb, the form factor
+// and every coefficient that does not depend on the speed. Their checks (c3, c7, the length of run) are
 // made by the speed part, in the order of the method's steps.
 struct HoltropHull {
   double L = 0.0, B = 0.0, T = 0.0, W = 0.0, Vol = 0.0, S = 0.0, XB = 0.0, ABT = 0.0, Z = 0.0, AT = 0.0;
   double iE = 0.0, Cp = 0.0, LVol = 0.0, LT = 0.0, BT = 0.0, LB = 0.0, Cw = 0.0, Cm = 0.0, AtAx = 0.0;
-  double lcb = 0.0, lr = 0.0, k1 = 1.0;
+  double ABT15 = 0.0, lcb = 0.0, lr = 0.0, k1 = 1.0;
   bool formFactorOk = true;
   double c1 = 0.0, c2 = 1.0, c3 = 0.0, c5 = 1.0, c7 = 0.0, c15 = 0.0, c16 = 0.0, c17 = 0.0;
   double m1 = 0.0, m3 = 0.0, lambda = 0.0;
