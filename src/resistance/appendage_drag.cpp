@@ -144,7 +144,7 @@ bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXA
     AddCalcErrors(sp.Errors());
     return false;
   }
-  const Flow flow{CalcFrictionITTC57(rn), ca, 0.5 * rho * v * v, v, rho};
+  const Flow flow{run ? run->shipFriction.At(rn) : CalcFrictionITTC57(rn), ca, 0.5 * rho * v * v, v, rho};
   std::optional<AppendageRun> once;
   AppendageRun& read = run ? *run : once.emplace();
   if (!reuse) {

@@ -88,7 +88,7 @@ bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
   }
 }
 
-bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn) {
+bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn, FrictionITTC57Memo* modelFriction) {
   // The location is the method's, set by ReadHoltropHull (and put back by the form factor) or
   // by the run at a later speed. A failed form factor has left its own text and location in
   // the calculation error state; the speed part of the same reading goes on under them.
@@ -102,7 +102,7 @@ bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn) {
     double V = fn * std::sqrt(g * L);
     t.speedCheck = fn < 0.06 ? 0 : (fn <= 0.8 ? 1 : 2);
     const double rnModel = std::pow(kModelLengthFt, 1.5) * fn * std::sqrt(g) / StdViscosityFresh;
-    t.cfModel = CalcFrictionITTC57(rnModel);
+    t.cfModel = modelFriction ? modelFriction->At(rnModel) : CalcFrictionITTC57(rnModel);
 
     // 9. The wave terms are computed at Fn 0.04 at least, and scaled down in step 26.
     const double fnIn = fn;
@@ -212,17 +212,17 @@ bool CalcHullDragHoltrop(double& ctModel, double& modelLength, int& speedCheck, 
 }
 
 bool CalcHullDragHoltropRun(double& ctModel, double& modelLength, int& speedCheck, HoltropRun& run,
-                            const clsVXHull& hull, double fn) {
+                            const clsVXHull& hull, double fn, FrictionITTC57Memo& modelFriction) {
   HoltropTerms t;
   bool ok = false;
   if (run.read && run.hull.formFactorOk) {
     // The hull's values are those the first speed read. A word that another step has pushed on
     // the hull's error stack since stops the method here, as a fresh reading would.
     SetCalcLocation("Holtrop bare-hull drag");
-    ok = !PassHullErrors(hull) && CalcHoltropTermsAt(t, run.hull, fn);
+    ok = !PassHullErrors(hull) && CalcHoltropTermsAt(t, run.hull, fn, &modelFriction);
   } else {
     run.read = ReadHoltropHull(run.hull, hull);
-    ok = run.read && CalcHoltropTermsAt(t, run.hull, fn);
+    ok = run.read && CalcHoltropTermsAt(t, run.hull, fn, &modelFriction);
   }
   ctModel = ok ? t.k1 * t.cfModel + t.cw : 0.0;
   modelLength = kModelLengthFt;

@@ -2,6 +2,7 @@
 // at the vessel's Froude number, which the ITTC-78 expansion turns into ship drag.
 #pragma once
 
+#include "resistance/friction.h"
 #include "vessel/hull.h"
 
 namespace velmar {
@@ -41,8 +42,10 @@ struct HoltropHull {
 // Reads the hull; false (texts in the calculation error state) when an item is missing. A
 // failed form factor is no failure: 1 + k is then 1 and its text stays in the error state.
 bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull);
-// The speed part: the terms at Froude number `fn` of a hull read by ReadHoltropHull.
-bool CalcHoltropTermsAt(HoltropTerms& terms, const HoltropHull& h, double fn);
+// The speed part: the terms at Froude number `fn` of a hull read by ReadHoltropHull. The
+// model's friction is taken through `modelFriction` when given.
+bool CalcHoltropTermsAt(HoltropTerms& terms, const HoltropHull& h, double fn,
+                        FrictionITTC57Memo* modelFriction = nullptr);
 
 // The hull part kept for a whole run of speeds: the first speed reads it, the later ones
 // reuse it. A hull whose form factor failed is read again at every speed, so that each speed
@@ -51,8 +54,9 @@ struct HoltropRun {
   HoltropHull hull;
   bool read = false;
 };
-// CalcHullDragHoltrop over a run.
+// CalcHullDragHoltrop over a run; the model's friction is left in `modelFriction`, where the
+// expansion of the same speed finds it.
 bool CalcHullDragHoltropRun(double& ctModel, double& modelLength, int& speedCheck, HoltropRun& run,
-                            const clsVXHull& hull, double fn);
+                            const clsVXHull& hull, double fn, FrictionITTC57Memo& modelFriction);
 
 }  // namespace velmar

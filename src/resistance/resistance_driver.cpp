@@ -63,21 +63,26 @@ struct HullDragRun {
   HoltropRun holtrop;
   // The model's length (ft) and its power 1.5, of the rows so far.
   double modelLength = std::numeric_limits<double>::quiet_NaN(), modelLengthPow = 0.0;
+  // The ITTC-1957 line at the model's Reynolds number, shared by the method and the expansion.
+  FrictionITTC57Memo modelFriction;
 };
 // A method whose hull part is read once per run has a `calcRun` besides its `calc`.
 using HullDragRunFn = bool (*)(double& ctModel, double& modelLength, int& speedCheck, HullDragRun& run,
                                const clsVXHull& hull, double fn);
+// A method that sets its own location before anything else (`ownLocation`) replaces the model
+// step's at once, so the model step leaves its own out.
 struct HullDragMethodRow {
   int method;
   HullDragMethodFn calc;
   HullDragRunFn calcRun = nullptr;
+  bool ownLocation = false;
 };
 bool HoltropRunRow(double& ctModel, double& modelLength, int& speedCheck, HullDragRun& run,
                    const clsVXHull& hull, double fn) {
-  return CalcHullDragHoltropRun(ctModel, modelLength, speedCheck, run.holtrop, hull, fn);
+  return CalcHullDragHoltropRun(ctModel, modelLength, speedCheck, run.holtrop, hull, fn, run.modelFriction);
 }
 constexpr HullDragMethodRow kModelMethods[] = {
-    {kHullDragHoltrop, CalcHullDragHoltrop, HoltropRunRow},
+    {kHullDragHoltrop, CalcHullDragHoltrop, HoltropRunRow, true},
     {kHullDragOortmerssen, CalcHullDragOortmerssen},
     {kHullDragDelftSeries1, DelftSeries<kHullDragDelftSeries1>},
     {kHullDragDelftSeries12, DelftSeries<kHullDragDelftSeries12>},
@@ -179,9 +184,11 @@ bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLengt
                double kMultiplier, HullDragRun* run);
 
 // The bare-hull steps of one row (HullDragEnabled "Calc"); `run` keeps the model method's hull
-// part from row to row.
+// part from row to row; an ITTC-1957 friction line is taken through `shipFriction`, which the
+// appendages of the row share.
 bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double Rn, clsVXHull& hull,
-                     const clsVXResistance& resistance, clsVXSpeedPerformance& sp, HullDragRun& run) {
+                     const clsVXResistance& resistance, clsVXSpeedPerformance& sp, HullDragRun& run,
+                     FrictionITTC57Memo& shipFriction) {
   // 1. Speed correction of the form factor at ship scale.
   double kMult = ship.model.kMultEnabled == 1 ? 1.0 / (1.0 + 140.0 * std::pow(Fn, 5.0)) : 1.0;
   // 2. Catamaran interference.
@@ -201,7 +208,9 @@ bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double R
   sp.CoefDragBareHullRoughness(row, dCFrough);
   // 6.-8. Dynamic pressure, friction and viscous coefficients.
   const double q = 0.5 * ship.rho * ship.S * V * V;
-  const double cf = CalcFrictionLine(Rn, ship.model.frictionLine, ship.L, V, 0.0);
+  const double cf = ship.model.frictionLine == kFrictionITTC57
+                        ? shipFriction.At(Rn)
+                        : CalcFrictionLine(Rn, ship.model.frictionLine, ship.L, V, 0.0);
   sp.CoefDragBareHullFriction(row, cf);
   sp.CoefDragBareHullViscous(row, ((ship.k1 - 1.0) * kMult + 1.0) * cf);
   // 9. The residuary coefficient. The prediction takes it from the model step; an aligned
@@ -267,12 +276,15 @@ bool FinishRow(const FinishSettings& settings, int hullCount, int row, double V,
       break;
   }
 
-  const double calmN = sp.DragBareHull(row, kN) + sp.DragAppendages(row, kN);
+  // The seas drag takes the calm-water drag in newtons; only a row that calculates it converts
+  // the two drags (the total below reads them again, pushing the same words in the same order).
   if (!AddedDragColumn(sp, row, Col::DragWind, settings.wind,
                        [&](double& d) { return CalcWindDrag(d, environment, hull, resistance, V); }) ||
-      !AddedDragColumn(
-          sp, row, Col::DragSeas, settings.seas,
-          [&](double& d) { return CalcSeasDrag(d, environment, hull, water, resistance, V, calmN); }) ||
+      !AddedDragColumn(sp, row, Col::DragSeas, settings.seas,
+                       [&](double& d) {
+                         const double calmN = sp.DragBareHull(row, kN) + sp.DragAppendages(row, kN);
+                         return CalcSeasDrag(d, environment, hull, water, resistance, V, calmN);
+                       }) ||
       !AddedDragColumn(sp, row, Col::DragChannel, settings.channel, [&](double& d) {
         return CalcChannelDrag(d, environment, hull, ittc78, resistance, sp, row, V, water.Density(kKgPerM3));
       }))
@@ -381,7 +393,8 @@ bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppenda
         for (Col c : kBareHullOffColumns) sp.Write(row, FieldId(c), kCurrent, 0.0);
         break;
       case kDragCalc:
-        if (!CalcBareHullRow(ship, row, V, Fn, Rn, hull, resistance, sp, run)) return false;
+        if (!CalcBareHullRow(ship, row, V, Fn, Rn, hull, resistance, sp, run, appendages.shipFriction))
+          return false;
         break;
       default:  // Lock (and the file's Enter): the columns stay as they are
         break;
@@ -573,14 +586,14 @@ bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAp
 bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLength, clsVXHull& hull,
                const clsVXResistance& resistance, const ModelSettings& settings, double crMultiplier,
                double kMultiplier, HullDragRun* run) {
-  SetCalcLocation("ITTC-78 (CT) model Ct and Cr prediction");
+  const int method = settings.method;
+  const HullDragMethodRow* calc = ModelMethod(method);
+  if (!calc || !calc->ownLocation) SetCalcLocation("ITTC-78 (CT) model Ct and Cr prediction");
   const double k1 = settings.k1;
   if (crMultiplier <= 0.0) crMultiplier = 1.0;
   if (kMultiplier <= 0.0) kMultiplier = 1.0;
   speedCheck = 1;
   double modelLength = 0.0;
-  const int method = settings.method;
-  const HullDragMethodRow* calc = ModelMethod(method);
   if (!calc) {
     AddCalcError(method == kHullDragSavitsky  // a method of the planing route
                      ? "Hull drag method needs the Planing scope: " + resistance.HullDragMethodLabel(method)
@@ -602,7 +615,9 @@ bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLengt
   }
   const double rnModel = lengthPow * fnLength * std::sqrt(GravityFt) / StdViscosityFresh;
   const double vModel = rnModel * StdViscosityFresh / modelLength;
-  const double cfModel = CalcFrictionLine(rnModel, settings.frictionLine, modelLength, vModel, 0.0);
+  const double cfModel = run && settings.frictionLine == kFrictionITTC57
+                             ? run->modelFriction.At(rnModel)
+                             : CalcFrictionLine(rnModel, settings.frictionLine, modelLength, vModel, 0.0);
   const double kMultModel = CalcFormFactorKMultiplier(fnLength, settings.kMultEnabled);
   const double cvModel = (kMultiplier * kMultModel * (k1 - 1.0) + 1.0) * cfModel;
   crModel = crMultiplier * (ctModel - cvModel);
