@@ -41,6 +41,14 @@ int Shafts(const clsVXAppendage& a) {
   return static_cast<int>(a.Hull()->Raw(FieldId(clsVXHull::Field::PropulsorCountPerHull)));
 }
 bool HasShafts(const clsVXAppendage& a) { return Shafts(a) > 0; }
+// Whether there are appendages of a kind: its count as stored. A count of 0 is legal here, so
+// the word its read check would push is no error; the step clears the appendage's stack at its
+// end, and nothing reads the stack before.
+template <clsVXAppendage::Field kCount>
+bool Has(const clsVXAppendage& a) {
+  return static_cast<int>(a.Raw(FieldId(kCount))) > 0;
+}
+using AF = clsVXAppendage::Field;
 double Fixed(AppendageFormFactorKind k) { return AppendageFormFactor(k); }
 
 // In the order of the sum (it fixes the rounding of the total).
@@ -53,36 +61,36 @@ const Component kComponents[] = {
      [](const clsVXAppendage& a) { return a.ShaftStrutBossingWettedSurface(kFt2) * Shafts(a); }, nullptr},
     {"Hull bossing", HasShafts, [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::Bossing); },
      [](const clsVXAppendage& a) { return a.ShaftHullBossingWettedSurface(kFt2) * Shafts(a); }, nullptr},
-    {"Struts", [](const clsVXAppendage& a) { return a.StrutCount() > 0 && HasShafts(a); },
+    {"Struts", [](const clsVXAppendage& a) { return Has<AF::StrutCount>(a) && HasShafts(a); },
      [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::Strut); },
      [](const clsVXAppendage& a) {
        return (a.StrutPalmWidth(kFt) * a.StrutPalmDepth(kFt) + a.StrutWettedSurface(kFt2)) * a.StrutCount() *
               Shafts(a);
      },
      nullptr},
-    {"Rudders", [](const clsVXAppendage& a) { return a.RudderCount() > 0; },
+    {"Rudders", Has<AF::RudderCount>,
      [](const clsVXAppendage& a) { return AppendageFormFactorRudder(a.RudderType()); },
      [](const clsVXAppendage& a) { return a.RudderWettedSurface(kFt2) * a.RudderCount(); }, nullptr},
-    {"Skegs and keels", [](const clsVXAppendage& a) { return a.SkegKeelCount() > 0; },
+    {"Skegs and keels", Has<AF::SkegKeelCount>,
      [](const clsVXAppendage& a) { return AppendageFormFactorSkegKeel(a.SkegKeelType()); },
      [](const clsVXAppendage& a) { return a.SkegKeelWettedSurface(kFt2) * a.SkegKeelCount(); }, nullptr},
-    {"Stabilizers", [](const clsVXAppendage& a) { return a.StabilizerCount() > 0; },
+    {"Stabilizers", Has<AF::StabilizerCount>,
      [](const clsVXAppendage& a) { return AppendageFormFactorStabilizer(a.StabilizerDynamicMultiplier()); },
      [](const clsVXAppendage& a) { return a.StabilizerWettedSurface(kFt2) * a.StabilizerCount(); }, nullptr},
-    {"Bilge keels", [](const clsVXAppendage& a) { return a.BilgeKeelCount() > 0; },
+    {"Bilge keels", Has<AF::BilgeKeelCount>,
      [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::BilgeKeel); },
      [](const clsVXAppendage& a) { return a.BilgeKeelWettedSurface(kFt2) * a.BilgeKeelCount(); }, nullptr},
-    {"Tunnel thrusters", [](const clsVXAppendage& a) { return a.TunnelThrusterCount() > 0; }, nullptr,
+    {"Tunnel thrusters", Has<AF::TunnelThrusterCount>, nullptr,
      nullptr,
      [](const clsVXAppendage& a, Kind& in) {
        in.x = a.TunnelThrusterDiameter(kFt);
        in.count = a.TunnelThrusterCount();
      },
      [](const Kind& in, const Flow& f) { return CalcTunnelThrusterDrag(f.v, f.rho, in.x) * in.count; }},
-    {"Sonar domes", [](const clsVXAppendage& a) { return a.SonarDomeCount() > 0; },
+    {"Sonar domes", Has<AF::SonarDomeCount>,
      [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::SonarDome); },
      [](const clsVXAppendage& a) { return a.SonarDomeWettedSurface(kFt2) * a.SonarDomeCount(); }, nullptr},
-    {"Miscellaneous", [](const clsVXAppendage& a) { return a.MiscAppendageCount() > 0; }, nullptr, nullptr,
+    {"Miscellaneous", Has<AF::MiscAppendageCount>, nullptr, nullptr,
      [](const clsVXAppendage& a, Kind& in) {
        in.x = a.MiscAppendageDragCoef();
        in.y = a.MiscAppendageDragArea(kFt2);
