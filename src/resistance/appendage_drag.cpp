@@ -80,8 +80,7 @@ const Component kComponents[] = {
     {"Bilge keels", Has<AF::BilgeKeelCount>,
      [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::BilgeKeel); },
      [](const clsVXAppendage& a) { return a.BilgeKeelWettedSurface(kFt2) * a.BilgeKeelCount(); }, nullptr},
-    {"Tunnel thrusters", Has<AF::TunnelThrusterCount>, nullptr,
-     nullptr,
+    {"Tunnel thrusters", Has<AF::TunnelThrusterCount>, nullptr, nullptr,
      [](const clsVXAppendage& a, Kind& in) {
        in.x = a.TunnelThrusterDiameter(kFt);
        in.count = a.TunnelThrusterCount();
