@@ -26,7 +26,9 @@ const LabelList kDragTechniqueLabels = Keyed({{"Prediction", "Prediction"},
                                               {"Scale from test", "ScaleFromTest"},
                                               {"Defined", "Defined"}});
 
-bool FailsCheck(const FieldDesc& d, double v) {
+namespace {
+// The test of FailsCheck, inlined into the field reads.
+[[gnu::always_inline]] inline bool FailsCheckOf(const FieldDesc& d, double v) {
   switch (d.check) {
     case Check::None:
       return false;
@@ -41,6 +43,9 @@ bool FailsCheck(const FieldDesc& d, double v) {
   }
   return false;
 }
+}  // namespace
+
+bool FailsCheck(const FieldDesc& d, double v) { return FailsCheckOf(d, v); }
 
 DataClass::DataClass(std::span<const FieldDesc> fields, std::shared_ptr<clsVXUnits> units)
     : fields_(fields), values_(fields.size(), 0.0), texts_(fields.size()), units_(std::move(units)) {
@@ -61,18 +66,33 @@ int DataClass::FieldIndex(std::string_view name) const {
   return -1;
 }
 
+namespace {
+// Pushes the field's word (or its name when it has none) and returns the value read.
+[[gnu::noinline]] double Refused(ErrorStack& errors, const FieldDesc& d, double value) {
+  errors.Push(*d.word ? d.word : d.name);
+  return value;
+}
+
+// A read in another unit: the conversion first (it may throw), then the refusal.
+[[gnu::noinline]] double ConvertedRead(const clsVXUnits* units, const FieldDesc& d, double stored, int unit,
+                                       bool refused, ErrorStack& errors) {
+  if (!units) throw std::logic_error("Units link not set");
+  const double v = units->Convert(d.family, stored, unit, kCurrent);
+  return refused ? Refused(errors, d, v) : v;
+}
+}  // namespace
+
 double DataClass::Read(int field, int unit) const {
   const FieldDesc& d = fields_[field];
   const double stored = values_[field];
-  double v = stored;
-  if (d.family != UnitFamily::None && unit != kCurrent) {
-    if (!units_) throw std::logic_error("Units link not set");
-    v = units_->Convert(d.family, stored, unit, kCurrent);
-  }
   // A number that is not finite is always refused, with the field's word (or its name when
   // it has none): no prediction may run on it.
-  if (FailsCheck(d, stored) || !std::isfinite(stored)) errors_.Push(*d.word ? d.word : d.name);
-  return v;
+  const bool refused = FailsCheckOf(d, stored) || !std::isfinite(stored);
+  // Both calls are tail calls, so that a read without conversion (most of them) saves no
+  // registers.
+  if (d.family != UnitFamily::None && unit != kCurrent)
+    return ConvertedRead(units_.get(), d, stored, unit, refused, errors_);
+  return refused ? Refused(errors_, d, stored) : stored;
 }
 
 void DataClass::Write(int field, int unit, double value) {

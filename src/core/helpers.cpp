@@ -83,6 +83,16 @@ const Pow10Table& Pow10s() {
   return table;
 }
 
+// The same table filled during the start-up of the program, for the common case of the
+// rounding, which then needs no guard of a function-local static (a call that could happen
+// in the middle of the rounding). Until it is filled (a static initializer of another file
+// that converts), `ready` is false and the rounding takes the general way.
+struct StartupPow10 {
+  Pow10Table table = FillPow10Table();
+  bool ready = true;
+};
+StartupPow10 startupPow10;
+
 double Pow10(const Pow10Table& table, int k) {
   return k >= -kPow10TableMax && k <= kPow10TableMax ? table[k + kPow10TableMax] : std::pow(10.0, k);
 }
@@ -93,8 +103,9 @@ double Pow10(const Pow10Table& table, int k) {
 // fall on either side of the integer. Away from the powers of ten it cannot: there e
 // follows from the binary exponent and one comparison with a power of ten, without a
 // logarithm. Within a relative 1e-10 of a power of ten (the logarithm is then within 4e-11
-// of an integer, two hundred times its worst error), and outside 1e-290..1e290, the
-// logarithm itself decides, so every value keeps the exponent it always had.
+// of an integer, two hundred times its worst error), and outside the binades of the table
+// below (about 1e-289..1e289), the logarithm itself decides, so every value keeps the
+// exponent it always had.
 constexpr int kFastExpMin = -290, kFastExpMax = 290;
 constexpr double kNearPowerOfTen = 1e-10;
 
@@ -108,30 +119,79 @@ struct DecimalScale {
     p = 1.0;
     for (int k = 0; k >= kFastExpMin; --k, p /= 10.0) pow10[k - kFastExpMin] = p;
   }
-  double operator()(int k) const { return pow10[k - kFastExpMin]; }
+  constexpr double operator()(int k) const { return pow10[k - kFastExpMin]; }
 };
-constexpr DecimalScale kScale;
 
-int DecimalExponent(double a) {
-  // a = 1.f x 2^n for a normal double; floor(n log10(2)) by integer arithmetic (1233 / 4096 is
-  // log10(2) to five digits) is the decimal exponent of 2^n give or take one, and the two
-  // comparisons settle it.
-  const int n = static_cast<int>(std::bit_cast<std::uint64_t>(a) >> 52) - 1023;
-  int low = (n * 1233) >> 12;
-  if (low > kFastExpMin && low < kFastExpMax) {
-    while (low < kFastExpMax && a >= kScale(low + 1)) ++low;
-    while (low > kFastExpMin && a < kScale(low)) --low;
-    if (a > kScale(low) * (1.0 + kNearPowerOfTen) && a < kScale(low + 1) * (1.0 - kNearPowerOfTen))
-      return low + 1;  // kScale(low) < a < kScale(low + 1), clear of both ends
+// One entry per binade [2^n, 2^(n+1)): d is the decimal exponent of 2^n, so that every a of
+// the binade has d or d + 1 (d + 1 from 10^d on; 10^(d + 1) lies beyond the binade). The
+// bounds are the edges of the bands around 10^(d - 1) and 10^d in which the logarithm decides.
+struct Binade {
+  double aboveLower;  // 10^(d - 1) (1 + band): a above it is clear of the lower power
+  double belowPower;  // 10^d (1 - band): a below it has exponent d
+  double abovePower;  // 10^d (1 + band): a above it has exponent d + 1
+  int d;
+};
+constexpr int kBinadeMin = -960, kBinadeMax = 960;  // 2^-960 is 1.0e-289, 2^961 1.9e289
+constexpr unsigned kBiasedBinadeMin = 1023 + kBinadeMin;
+constexpr unsigned kBinadeCount = kBinadeMax - kBinadeMin + 1;
+
+struct BinadeTable {
+  std::array<Binade, kBinadeCount> binade{};
+  constexpr BinadeTable() {
+    constexpr DecimalScale scale;
+    double p = 1.0;  // 2^n, exact
+    for (int n = kBinadeMin; n < 0; ++n) p /= 2.0;
+    int d = kFastExpMin + 1;
+    for (int n = kBinadeMin; n <= kBinadeMax; ++n, p *= 2.0) {
+      while (scale(d) <= p) ++d;  // the first power of ten above 2^n
+      binade[n - kBinadeMin] = {scale(d - 1) * (1.0 + kNearPowerOfTen), scale(d) * (1.0 - kNearPowerOfTen),
+                                scale(d) * (1.0 + kNearPowerOfTen), d};
+    }
   }
-  return static_cast<int>(std::floor(Log10(a))) + 1;
+};
+constexpr BinadeTable kBinades;
+
+int LogarithmExponent(double a) { return static_cast<int>(std::floor(Log10(a))) + 1; }
+
+// The exponent e of a normal a whose binade the table holds (biased binary exponent
+// `biased`); false when a lies in a band around a power of ten, where the logarithm decides.
+inline bool TableExponent(double a, unsigned biased, int& e) {
+  const Binade& b = kBinades.binade[biased - kBiasedBinadeMin];
+  if (a < b.belowPower) {
+    e = b.d;
+    return a > b.aboveLower;
+  }
+  e = b.d + 1;
+  return a > b.abovePower;
 }
 
-}  // namespace
+unsigned BiasedExponent(double a) { return static_cast<unsigned>(std::bit_cast<std::uint64_t>(a) >> 52); }
+
+bool InBinadeTable(unsigned biased) { return biased - kBiasedBinadeMin < kBinadeCount; }
+
+int DecimalExponent(double a) {
+  const unsigned biased = BiasedExponent(a);
+  int e;
+  return InBinadeTable(biased) && TableExponent(a, biased, e) ? e : LogarithmExponent(a);
+}
+
+// floor(x) for x >= 0 (or NaN): below 2^52 the truncation through a 64-bit integer, which
+// the baseline x86-64 target does in two instructions; from 2^52 on every double is an integer.
+inline double FloorNonNegative(double x) {
+  return x < 0x1p52 ? static_cast<double>(static_cast<std::int64_t>(x)) : x;
+}
+
+// The integer part of x >= 0, plus one when the fraction reaches one half (as x + 0.5 rounds).
+inline double RoundUp(double x) {
+  double r = FloorNonNegative(x);
+  if (FloorNonNegative(x + 0.5) > r) r += 1.0;
+  return r;
+}
 
 // Steps of the historical rounding: scale to an integer of `digits` digits, take the integer
-// part, add one when the fraction reaches one half, and scale back.
-double RoundToSigDigits(double value, int digits, std::string* formatOut) {
+// part, add one when the fraction reaches one half, and scale back. Every case, and the
+// format text; RoundToSigDigits takes a shorter way for the common one.
+[[gnu::noinline]] double RoundAnyValue(double value, int digits, std::string* formatOut) {
   if (value == 0.0 || digits < 1) {
     if (formatOut) formatOut->clear();
     return 0.0;
@@ -145,11 +205,6 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
   const double sign = value < 0.0 ? -1.0 : 1.0;
   double a = std::fabs(value);
   const int e = DecimalExponent(a);
-  auto roundUp = [](double x) {
-    double r = std::floor(x);
-    if (std::floor(x + 0.5) > r) r += 1.0;
-    return r;
-  };
   static constexpr std::string_view kPattern = "#########0.0000000000";
   const Pow10Table& pow10 = Pow10s();
   double r;
@@ -157,26 +212,60 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
     // Below about 1e-290 the scale 10^(digits - e) would overflow: scale in two steps.
     // Numbers this small round as before to the last digit they can hold.
     const double s1 = Pow10(pow10, digits - e - 300), s2 = Pow10(pow10, 300);
-    r = roundUp(a * s1 * s2) / s2 / s1;
+    r = RoundUp(a * s1 * s2) / s2 / s1;
     if (formatOut) *formatOut = kPattern;
   } else if (digits > e) {
     const double s = Pow10(pow10, digits - e);
-    r = roundUp(a * s) / s;
+    r = RoundUp(a * s) / s;
     if (formatOut) {
       const int len = std::clamp(digits + 11 - e, 0, static_cast<int>(kPattern.size()));
       *formatOut = kPattern.substr(0, static_cast<size_t>(len));
     }
   } else if (digits == e) {
-    r = roundUp(a);
+    r = RoundUp(a);
     if (formatOut) *formatOut = "#########0";
   } else {
     const double s = Pow10(pow10, e - digits);
-    r = roundUp(a / s) * s;
+    r = RoundUp(a / s) * s;
     if (formatOut) *formatOut = "#########0";
   }
   // A digit count far beyond what a double holds would scale past the range: no rounding.
   if (!std::isfinite(r)) r = a;
   return sign * r;
+}
+
+}  // namespace
+
+// Every unit-converting read and write comes here. The common case (no format text, a normal
+// value in the binade table clear of the powers of ten, at most kPow10TableMax digits and a
+// scale within the power table) takes the same steps as RoundAnyValue, with one table lookup
+// each for the exponent and the scale and no call. Below 10^digits <= 10^64 the scaled value
+// cannot overflow, so the result is always finite.
+double RoundToSigDigits(double value, int digits, std::string* formatOut) {
+  const double a = std::fabs(value);
+  const unsigned biased = BiasedExponent(a);
+  if (!formatOut && InBinadeTable(biased) && digits >= 1 && digits <= kPow10TableMax && startupPow10.ready) {
+    int e;
+    if (TableExponent(a, biased, e)) {
+      const int k = digits - e;  // 10^k scales a to an integer of `digits` digits
+      const Pow10Table& pow10 = startupPow10.table;
+      if (k > 0 && k <= kPow10TableMax) {
+        const double s = pow10[static_cast<size_t>(k + kPow10TableMax)];
+        const double r = RoundUp(a * s) / s;
+        return value < 0.0 ? -r : r;
+      }
+      if (k == 0) {
+        const double r = RoundUp(a);
+        return value < 0.0 ? -r : r;
+      }
+      if (k < 0 && k >= -kPow10TableMax) {
+        const double s = pow10[static_cast<size_t>(kPow10TableMax - k)];
+        const double r = RoundUp(a / s) * s;
+        return value < 0.0 ? -r : r;
+      }
+    }
+  }
+  return RoundAnyValue(value, digits, formatOut);
 }
 
 std::string FormatPeriod(double value, std::string_view format) {

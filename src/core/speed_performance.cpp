@@ -121,31 +121,66 @@ void clsVXSpeedPerformance::count(int n) {
   }
 }
 
-size_t clsVXSpeedPerformance::Offset(int row, int column) const {
-  if (row == -1) row = speedIndex_;
-  if (row < 0 || static_cast<size_t>(row + 1) * kColumnCount > rows_.size())
+namespace {
+// The place of (row, column) in rows of `columns` values, a row of -1 standing for `current`.
+// Inlined into the column reads and writes, which every speed of a prediction makes many times.
+[[gnu::always_inline]] inline size_t RowOffset(int row, int column, int current, size_t size, int columns) {
+  if (row == -1) row = current;
+  if (row < 0 || static_cast<size_t>(row + 1) * columns > size)
     throw std::out_of_range("Speed table row out of range");
-  return static_cast<size_t>(row) * kColumnCount + static_cast<size_t>(column);
+  return static_cast<size_t>(row) * columns + static_cast<size_t>(column);
 }
 
+// A number that is not finite is always refused, with the column's word (or its name when it
+// has none): no prediction may run on it. Most columns have no check: no call for them.
+bool RefusedOnRead(const FieldDesc& d, double stored) {
+  return (d.check != Check::None && FailsCheck(d, stored)) || !std::isfinite(stored);
+}
+
+// Pushes the column's word, or its name, when the read is refused; returns the value read.
+[[gnu::noinline]] double CheckedRead(ErrorStack& errors, const FieldDesc& d, double stored, double value) {
+  if (RefusedOnRead(d, stored)) errors.Push(*d.word ? d.word : d.name);
+  return value;
+}
+
+// A read in another unit: the conversion first (it may throw), then the check.
+[[gnu::noinline]] double ConvertedRead(const clsVXUnits& units, const FieldDesc& d, double stored, int unit,
+                                       ErrorStack& errors) {
+  return CheckedRead(errors, d, stored, units.Convert(d.family, stored, unit, kCurrent));
+}
+
+// The number a cell holds: a check column keeps the integer part.
+double CellValue(const FieldDesc& d, double value) {
+  return d.kind == FieldKind::Int ? static_cast<double>(static_cast<long>(value)) : value;
+}
+
+// A write in another unit.
+[[gnu::noinline]] void ConvertedWrite(const clsVXUnits& units, const FieldDesc& d, double value, int unit,
+                                      double& cell) {
+  cell = CellValue(d, units.Convert(d.family, value, kCurrent, unit));
+}
+}  // namespace
+
+size_t clsVXSpeedPerformance::Offset(int row, int column) const {
+  return RowOffset(row, column, speedIndex_, rows_.size(), kColumnCount);
+}
+
+// The calls of Read and Write are tail calls, so that a read or write without conversion (most
+// of them) saves no registers.
 double clsVXSpeedPerformance::Read(int row, int column, int unit) const {
   const FieldDesc& d = kColumns[column];
-  const double stored = rows_[Offset(row, column)];
-  double v = stored;
-  if (d.family != UnitFamily::None && unit != kCurrent) v = units_->Convert(d.family, stored, unit, kCurrent);
-  // A number that is not finite is always refused, with the field's word (or its name when
-  // it has none): no prediction may run on it.
-  if (FailsCheck(d, stored) || !std::isfinite(stored)) errors_.Push(*d.word ? d.word : d.name);
-  return v;
+  const double stored = rows_[RowOffset(row, column, speedIndex_, rows_.size(), kColumnCount)];
+  if (d.family != UnitFamily::None && unit != kCurrent)
+    return ConvertedRead(*units_, d, stored, unit, errors_);
+  if (d.check == Check::None && std::isfinite(stored)) return stored;
+  return CheckedRead(errors_, d, stored, stored);
 }
 
 void clsVXSpeedPerformance::Write(int row, int column, int unit, double value) {
   const FieldDesc& d = kColumns[column];
-  const size_t at = Offset(row, column);
-  if (d.family != UnitFamily::None && unit != kCurrent)
-    value = units_->Convert(d.family, value, kCurrent, unit);
-  if (d.kind == FieldKind::Int) value = static_cast<double>(static_cast<long>(value));
-  rows_[at] = value;
+  double& cell = rows_[RowOffset(row, column, speedIndex_, rows_.size(), kColumnCount)];
+  if (d.family != UnitFamily::None && unit != kCurrent) return ConvertedWrite(*units_, d, value, unit, cell);
+  cell = CellValue(d, value);
 }
 
 std::string clsVXSpeedPerformance::FormattedOf(int row, int column, bool showMarks) const {

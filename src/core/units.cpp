@@ -78,23 +78,24 @@ int Ordinal(UnitFamily f) {
   return i;
 }
 
-// The family whose selection and factors a derived family uses, and the power.
-UnitFamily BaseOf(UnitFamily f, int& power) {
-  power = 1;
-  switch (f) {
-    case UnitFamily::Volume:
-      power = 3;
-      return UnitFamily::Length;
-    case UnitFamily::PropLengthSq:
-      power = 2;
-      return UnitFamily::PropLength;
-    case UnitFamily::PropLengthCube:
-      power = 3;
-      return UnitFamily::PropLength;
-    default:
-      return f;
-  }
-}
+// The family whose selection and factors a family uses, and the power of the factors: a
+// derived family raises those of its base. Indexed by the family's code; None has ordinal -1.
+struct FamilyBase {
+  signed char ordinal;
+  unsigned char power;
+};
+constexpr auto kFamilyBases = [] {
+  std::array<FamilyBase, static_cast<size_t>(UnitFamily::PropLengthCube) + 1> t{};
+  auto at = [&t](UnitFamily f) -> FamilyBase& { return t[static_cast<size_t>(f)]; };
+  auto ordinal = [](UnitFamily f) {
+    return static_cast<signed char>(static_cast<int>(f) - static_cast<int>(UnitFamily::Length));
+  };
+  for (size_t code = 0; code < t.size(); ++code) t[code] = {ordinal(static_cast<UnitFamily>(code)), 1};
+  at(UnitFamily::Volume) = {ordinal(UnitFamily::Length), 3};
+  at(UnitFamily::PropLengthSq) = {ordinal(UnitFamily::PropLength), 2};
+  at(UnitFamily::PropLengthCube) = {ordinal(UnitFamily::PropLength), 3};
+  return t;
+}();
 
 // The standard factors of every family raised to the powers 1, 2 and 3, computed once by
 // the same std::pow calls the conversion made on every read before. The custom factor can
@@ -104,25 +105,66 @@ struct PoweredFactors {
   std::array<int, kUnitFamilyCount> count{};
 };
 
-const PoweredFactors& Factors() {
-  static const PoweredFactors table = [] {
-    PoweredFactors t;
-    for (int o = 0; o < kUnitFamilyCount; ++o) {
-      const std::vector<double>& f = Infos()[o].factors;
-      t.count[o] = static_cast<int>(f.size());
-      for (size_t i = 0; i < f.size(); ++i) {
-        t.factor[o][1].at(i) = f[i];  // a family with more units than the table holds throws here
-        for (int power = 2; power <= 3; ++power) {
-          // Read back through a volatile, so that the compiler cannot turn pow(x, 2) into x * x:
-          // the library's pow is what the stored values were converted with.
-          volatile int exponent = power;
-          t.factor[o][power][i] = std::pow(f[i], static_cast<int>(exponent));
-        }
+[[gnu::noinline]] PoweredFactors RaiseFactors() {
+  PoweredFactors t;
+  for (int o = 0; o < kUnitFamilyCount; ++o) {
+    const std::vector<double>& f = Infos()[o].factors;
+    t.count[o] = static_cast<int>(f.size());
+    for (size_t i = 0; i < f.size(); ++i) {
+      t.factor[o][1].at(i) = f[i];  // a family with more units than the table holds throws here
+      for (int power = 2; power <= 3; ++power) {
+        // Read back through a volatile, so that the compiler cannot turn pow(x, 2) into x * x:
+        // the library's pow is what the stored values were converted with.
+        volatile int exponent = power;
+        t.factor[o][power][i] = std::pow(f[i], static_cast<int>(exponent));
       }
     }
-    return t;
-  }();
+  }
+  return t;
+}
+
+const PoweredFactors& Factors() {
+  static const PoweredFactors table = RaiseFactors();
   return table;
+}
+
+// The same table raised during the start-up of the program, for the conversions between
+// standard units, which then need no guard of a function-local static (a call in the middle
+// of the conversion). Until it is raised (a static initializer of another file that
+// converts), `ready` is false and the conversion takes the general way.
+struct StartupFactors {
+  PoweredFactors table = RaiseFactors();
+  bool ready = true;
+};
+StartupFactors startupFactors;
+
+double Rounded(double value, int sigDigits) {
+  return sigDigits != -1 ? RoundToSigDigits(value, sigDigits) : value;
+}
+
+// The conversion of a temperature, to or from a custom unit, or with an index out of range
+// (which throws), and of everything before the start-up table is raised; rounded to
+// `sigDigits` unless it is -1.
+[[gnu::noinline]] double ConvertOther(int ordinal, int power, double customFactor, double value, int toIndex,
+                                      int fromIndex, int sigDigits) {
+  if (ordinal == Ordinal(UnitFamily::Temperature)) {
+    if (toIndex < 0 || toIndex > 1 || fromIndex < 0 || fromIndex > 1)
+      throw std::out_of_range("Temperature unit index out of range");
+    if (fromIndex == kDegF && toIndex == kDegC) return Rounded((value - 32.0) / 1.8, sigDigits);
+    if (fromIndex == kDegC && toIndex == kDegF) return Rounded(1.8 * value + 32.0, sigDigits);
+    return Rounded(value, sigDigits);
+  }
+  const PoweredFactors& table = Factors();
+  const int n = table.count[static_cast<size_t>(ordinal)];
+  auto factor = [&](int i) {
+    if (i < 0 || i > n) throw std::out_of_range("Unit index out of range");
+    if (i == n) return power == 1 ? customFactor : std::pow(customFactor, power);
+    return table.factor[static_cast<size_t>(ordinal)][static_cast<size_t>(power)][static_cast<size_t>(i)];
+  };
+  const double to = factor(toIndex);
+  const double from = factor(fromIndex);
+  if (from == 0.0) throw std::domain_error("Division by zero");
+  return Rounded(value * to / from, sigDigits);
 }
 
 }  // namespace
@@ -192,39 +234,25 @@ void clsVXUnits::SetCustomData(UnitFamily f, std::string label, double factor) {
   s.customFactor = factor;
 }
 
+// Every read and write that names a unit comes here. Between two standard units of a family
+// with factors, the conversion is a lookup of two factors (never 0) and one multiplication
+// and division; the temperature, the custom unit and the errors go through ConvertOther.
 double clsVXUnits::Convert(UnitFamily f, double value, int toIndex, int fromIndex) const {
-  int power = 1;
-  const UnitFamily base = BaseOf(f, power);
-  const int ordinal = Ordinal(base);
-  const Slot& s = slots_[ordinal];
+  const auto code = static_cast<size_t>(f);
+  const int ordinal = code < kFamilyBases.size() ? kFamilyBases[code].ordinal : -1;
+  if (ordinal < 0) throw std::out_of_range("Unit family has no selection");
+  const Slot& s = slots_[static_cast<size_t>(ordinal)];
   if (toIndex == kCurrent) toIndex = s.index;
   if (fromIndex == kCurrent) fromIndex = s.index;
-  double result;
-  if (base == UnitFamily::Temperature) {
-    if (toIndex < 0 || toIndex > 1 || fromIndex < 0 || fromIndex > 1)
-      throw std::out_of_range("Temperature unit index out of range");
-    if (fromIndex == kDegF && toIndex == kDegC) {
-      result = (value - 32.0) / 1.8;
-    } else if (fromIndex == kDegC && toIndex == kDegF) {
-      result = 1.8 * value + 32.0;
-    } else {
-      result = value;
-    }
-  } else {
-    const PoweredFactors& table = Factors();
-    const int n = table.count[ordinal];
-    auto factor = [&](int i) {
-      if (i < 0 || i > n) throw std::out_of_range("Unit index out of range");
-      if (i == n) return power == 1 ? s.customFactor : std::pow(s.customFactor, power);
-      return table.factor[ordinal][power][i];
-    };
-    const double to = factor(toIndex);
-    const double from = factor(fromIndex);
-    if (from == 0.0) throw std::domain_error("Division by zero");
-    result = value * to / from;
+  const PoweredFactors& table = startupFactors.table;
+  const auto n = static_cast<unsigned>(table.count[static_cast<size_t>(ordinal)]);
+  if (static_cast<unsigned>(toIndex) < n && static_cast<unsigned>(fromIndex) < n && startupFactors.ready) {
+    const auto& factor = table.factor[static_cast<size_t>(ordinal)][kFamilyBases[code].power];
+    return Rounded(value * factor[static_cast<size_t>(toIndex)] / factor[static_cast<size_t>(fromIndex)],
+                   sigDigits_);
   }
-  if (sigDigits_ != -1) result = RoundToSigDigits(result, sigDigits_);
-  return result;
+  return ConvertOther(ordinal, kFamilyBases[code].power, s.customFactor, value, toIndex, fromIndex,
+                      sigDigits_);
 }
 
 void clsVXUnits::ClearAllData() {

@@ -2,6 +2,7 @@
 #include "resistance/appendage_drag.h"
 
 #include <iterator>
+#include <optional>
 #include <tuple>
 
 #include "core/constants.h"
@@ -40,6 +41,14 @@ int Shafts(const clsVXAppendage& a) {
   return static_cast<int>(a.Hull()->Raw(FieldId(clsVXHull::Field::PropulsorCountPerHull)));
 }
 bool HasShafts(const clsVXAppendage& a) { return Shafts(a) > 0; }
+// Whether there are appendages of a kind: its count as stored. A count of 0 is legal here, so
+// the word its read check would push is no error; the step clears the appendage's stack at its
+// end, and nothing reads the stack before.
+template <clsVXAppendage::Field kCount>
+bool Has(const clsVXAppendage& a) {
+  return static_cast<int>(a.Raw(FieldId(kCount))) > 0;
+}
+using AF = clsVXAppendage::Field;
 double Fixed(AppendageFormFactorKind k) { return AppendageFormFactor(k); }
 
 // In the order of the sum (it fixes the rounding of the total).
@@ -52,36 +61,35 @@ const Component kComponents[] = {
      [](const clsVXAppendage& a) { return a.ShaftStrutBossingWettedSurface(kFt2) * Shafts(a); }, nullptr},
     {"Hull bossing", HasShafts, [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::Bossing); },
      [](const clsVXAppendage& a) { return a.ShaftHullBossingWettedSurface(kFt2) * Shafts(a); }, nullptr},
-    {"Struts", [](const clsVXAppendage& a) { return a.StrutCount() > 0 && HasShafts(a); },
+    {"Struts", [](const clsVXAppendage& a) { return Has<AF::StrutCount>(a) && HasShafts(a); },
      [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::Strut); },
      [](const clsVXAppendage& a) {
        return (a.StrutPalmWidth(kFt) * a.StrutPalmDepth(kFt) + a.StrutWettedSurface(kFt2)) * a.StrutCount() *
               Shafts(a);
      },
      nullptr},
-    {"Rudders", [](const clsVXAppendage& a) { return a.RudderCount() > 0; },
+    {"Rudders", Has<AF::RudderCount>,
      [](const clsVXAppendage& a) { return AppendageFormFactorRudder(a.RudderType()); },
      [](const clsVXAppendage& a) { return a.RudderWettedSurface(kFt2) * a.RudderCount(); }, nullptr},
-    {"Skegs and keels", [](const clsVXAppendage& a) { return a.SkegKeelCount() > 0; },
+    {"Skegs and keels", Has<AF::SkegKeelCount>,
      [](const clsVXAppendage& a) { return AppendageFormFactorSkegKeel(a.SkegKeelType()); },
      [](const clsVXAppendage& a) { return a.SkegKeelWettedSurface(kFt2) * a.SkegKeelCount(); }, nullptr},
-    {"Stabilizers", [](const clsVXAppendage& a) { return a.StabilizerCount() > 0; },
+    {"Stabilizers", Has<AF::StabilizerCount>,
      [](const clsVXAppendage& a) { return AppendageFormFactorStabilizer(a.StabilizerDynamicMultiplier()); },
      [](const clsVXAppendage& a) { return a.StabilizerWettedSurface(kFt2) * a.StabilizerCount(); }, nullptr},
-    {"Bilge keels", [](const clsVXAppendage& a) { return a.BilgeKeelCount() > 0; },
+    {"Bilge keels", Has<AF::BilgeKeelCount>,
      [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::BilgeKeel); },
      [](const clsVXAppendage& a) { return a.BilgeKeelWettedSurface(kFt2) * a.BilgeKeelCount(); }, nullptr},
-    {"Tunnel thrusters", [](const clsVXAppendage& a) { return a.TunnelThrusterCount() > 0; }, nullptr,
-     nullptr,
+    {"Tunnel thrusters", Has<AF::TunnelThrusterCount>, nullptr, nullptr,
      [](const clsVXAppendage& a, Kind& in) {
        in.x = a.TunnelThrusterDiameter(kFt);
        in.count = a.TunnelThrusterCount();
      },
      [](const Kind& in, const Flow& f) { return CalcTunnelThrusterDrag(f.v, f.rho, in.x) * in.count; }},
-    {"Sonar domes", [](const clsVXAppendage& a) { return a.SonarDomeCount() > 0; },
+    {"Sonar domes", Has<AF::SonarDomeCount>,
      [](const clsVXAppendage&) { return Fixed(AppendageFormFactorKind::SonarDome); },
      [](const clsVXAppendage& a) { return a.SonarDomeWettedSurface(kFt2) * a.SonarDomeCount(); }, nullptr},
-    {"Miscellaneous", [](const clsVXAppendage& a) { return a.MiscAppendageCount() > 0; }, nullptr, nullptr,
+    {"Miscellaneous", Has<AF::MiscAppendageCount>, nullptr, nullptr,
      [](const clsVXAppendage& a, Kind& in) {
        in.x = a.MiscAppendageDragCoef();
        in.y = a.MiscAppendageDragArea(kFt2);
@@ -126,23 +134,30 @@ void ReadComponents(const clsVXAppendage& appendage, AppendageRun& run) {
 bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXAppendage& appendage,
                                clsVXSpeedPerformance& sp, int row, AppendageRun* run) {
   SetCalcLocation("Holtrop Form Factor appendage drag prediction");
-  const double rho = water.Density(kSlugPerFt3);
+  // The water and the appendages do not change within a run: a run reads them at its first
+  // row. A later row still looks at the water's error stack, where a word another step has
+  // pushed since stops it as a fresh reading would.
+  const bool reuse = run && run->read;
+  const double rho = reuse ? run->rho : water.Density(kSlugPerFt3);
   if (water.ErrorsFound()) {
     AddCalcErrors(water.Errors());
     return false;
   }
-  const double v = sp.Speed(row, kFtPerSec);
+  // The caller of a run has read the row's speed already; its check passed then.
+  const double v = run ? run->speed : sp.Speed(row, kFtPerSec);
   const double rn = sp.CoefReynoldsLength(row);
   const double ca = sp.CoefDragBareHullCorrAllowance(row);
   if (sp.ErrorsFound()) {
     AddCalcErrors(sp.Errors());
     return false;
   }
-  const Flow flow{CalcFrictionITTC57(rn), ca, 0.5 * rho * v * v, v, rho};
-  // The appendages do not change within a run: a run reads them at its first row.
-  AppendageRun once;
-  AppendageRun& read = run ? *run : once;
-  if (!read.read) ReadComponents(appendage, read);
+  const Flow flow{run ? run->shipFriction.At(rn) : CalcFrictionITTC57(rn), ca, 0.5 * rho * v * v, v, rho};
+  std::optional<AppendageRun> once;
+  AppendageRun& read = run ? *run : once.emplace();
+  if (!reuse) {
+    ReadComponents(appendage, read);
+    read.rho = rho;
+  }
   double sum = 0.0;
   for (size_t i = 0; i < std::size(kComponents); ++i) {
     const Kind& kind = read.kinds[i];
@@ -163,18 +178,18 @@ bool CalcAppendageDrag(double& drag, clsVXWaterProperties& water, clsVXHull& /*h
                        clsVXAppendage& appendage, clsVXITTC78Expansion& /*ittc78*/,
                        clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance, int row,
                        AppendageRun* run) {
-  // The location text names the wind drag, as the program always has.
-  SetCalcLocation("wind drag prediction");
   drag = 0.0;
   return RunGuarded([&] {
     const int method = resistance.AppendageDragMethod();
     switch (method) {
-      case kAppendagePercentage:
+      case kAppendagePercentage:  // each method sets its own location
         return CalcAppendagePercentage(drag, appendage, speedPerformance, row);
       case kAppendageHoltropComponent:
         return CalcAppendageHoltropComponent(drag, water, appendage, speedPerformance, row, run);
       default:
-        // Only the ids, labels and parameter ranges of the other methods are part of the program.
+        // The location text names the wind drag, as the program always has. Only the ids,
+        // labels and parameter ranges of the other methods are part of the program.
+        SetCalcLocation("wind drag prediction");
         AddCalcError("Appendage drag method not available: " + resistance.AppendageDragMethodLabel(method));
         return false;
     }

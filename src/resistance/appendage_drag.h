@@ -7,6 +7,7 @@
 
 #include "core/speed_performance.h"
 #include "core/water.h"
+#include "resistance/friction.h"
 #include "resistance/ittc78.h"
 #include "resistance/resistance_settings.h"
 #include "vessel/appendage.h"
@@ -19,7 +20,10 @@ enum AppendageDragMethodId : int { kAppendagePercentage = 0, kAppendageHoltropCo
 
 // The appendages of the component method as the first speed of a run read them (ft, ft2):
 // for each kind whether it is present, its form factor and total surface, or the inputs of
-// its own drag. The later speeds of the run reuse them.
+// its own drag; and the water's density (slug/ft3). The later speeds of the run reuse them.
+// `speed` is the row's own: the caller sets it before each row to the speed (ft/s) it has
+// read from the row, which the method would otherwise read again. `shipFriction` holds the
+// ITTC-1957 line at the ship's Reynolds number, which the hull's friction may have taken.
 struct AppendageRun {
   struct Kind {
     bool present = false;
@@ -27,7 +31,10 @@ struct AppendageRun {
     int count = 0;
   };
   bool read = false;
+  double rho = 0.0;
   std::array<Kind, 11> kinds{};
+  double speed = 0.0;
+  FrictionITTC57Memo shipFriction;
 };
 
 // `drag`: the appendage drag of one hull in pounds force at row `row`. Returns true on

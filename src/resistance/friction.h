@@ -1,6 +1,8 @@
 // Friction lines of the ITTC-78 expansion and the speed-dependent form factor multiplier.
 #pragma once
 
+#include <limits>
+
 namespace velmar {
 
 // Friction line indices of ITTC78.HullFrictionLine.
@@ -20,6 +22,17 @@ enum FrictionLine : int {
 double CalcFrictionLine(double rn, int line, double lengthFt, double speedFtS, double extra);
 // ITTC-1957 model-ship correlation line; 0 for rn <= 0 and for rn = 100 exactly.
 double CalcFrictionITTC57(double rn);
+// The ITTC-1957 line at the Reynolds number of its last evaluation. Two steps of a speed that
+// take the line at the same Reynolds number (the hull's friction and the appendages' at the
+// ship's, the model method's and the expansion's at the model's) share one evaluation: the
+// same function of the same number gives the same value.
+struct FrictionITTC57Memo {
+  double rn = std::numeric_limits<double>::quiet_NaN(), cf = 0.0;
+  double At(double reynolds) {
+    if (!(reynolds == rn)) rn = reynolds, cf = CalcFrictionITTC57(reynolds);
+    return cf;
+  }
+};
 // Multiplier of (1+k) - 1 at model scale; 1 unless `enabled` is 1.
 double CalcFormFactorKMultiplier(double fn, int enabled);
 

@@ -14,6 +14,7 @@
 #include "core/spline_fit.h"
 #include "resistance/friction.h"
 #include "resistance/hull_estimates.h"
+#include "vessel/hull_reads.h"
 
 namespace velmar {
 namespace {
@@ -34,13 +35,15 @@ bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
   try {
     // 1-2. Hull data in feet, pounds and cubic feet; any missing item stops the method. The
     // stern coefficient enters through the form factor.
-    h.L = hull.LengthWL(kFt), h.B = hull.BeamWLMax(kFt), h.T = hull.DraftSubmergedMax(kFt);
-    h.W = hull.Displacement(kLb), h.Vol = hull.DisplacementVolume(kFt), h.S = hull.WettedSurface(kFt2);
-    h.XB = hull.XBuoyancyFwdTr(kFt), h.ABT = hull.BulbAreaSect(kFt2), h.Z = hull.ZBulbAreaSectBelowWL(kFt);
-    h.AT = hull.AreaSectAtTr(kFt2), h.iE = hull.AngleHalfEntDeg(), h.Cp = hull.CoefPrismatic();
-    h.LVol = hull.CoefLwlVol(), h.LT = hull.CoefLwlTvolRatio(), h.BT = hull.CoefBwlTvolRatio();
-    h.LB = hull.CoefLwlBwlRatio();
-    h.Cw = hull.CoefWaterplane(), h.Cm = hull.CoefAreaSectMax(), h.AtAx = hull.CoefAtAxRatio();
+    // Each item is read once, the coefficients included (HullReads).
+    HullReads r(hull);
+    h.L = r.LengthWL(kFt), h.B = r.BeamWLMax(kFt), h.T = r.DraftSubmergedMax(kFt);
+    h.W = r.Displacement(kLb), h.Vol = r.DisplacementVolume(kFt), h.S = r.WettedSurface(kFt2);
+    h.XB = r.XBuoyancyFwdTr(kFt), h.ABT = r.BulbAreaSect(kFt2), h.Z = r.ZBulbAreaSectBelowWL(kFt);
+    h.AT = r.AreaSectAtTr(kFt2), h.iE = r.AngleHalfEntDeg(), h.Cp = r.CoefPrismatic();
+    h.LVol = r.CoefLwlVol(), h.LT = r.CoefLwlTvolRatio(), h.BT = r.CoefBwlTvolRatio();
+    h.LB = r.CoefLwlBwlRatio();
+    h.Cw = r.CoefWaterplane(), h.Cm = r.CoefAreaSectMax(), h.AtAx = r.CoefAtAxRatio();
     if (PassHullErrors(hull)) return false;
 
     // 3-4. Very beamy hulls are taken at L/B 2.6, the lower end of the regression.
@@ -52,14 +55,15 @@ bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
 
     // 5. Form factor. When it fails, its text stays in the calculation error state, and the
     // method goes on with 1 + k = 1.
-    h.formFactorOk = CalcHoltropFormFactor(h.k1, hull);
+    h.formFactorOk = CalcHoltropFormFactor(h.k1, r);
     if (!h.formFactorOk) h.k1 = 1.0;
 
     // 10. Bulb factor c2, Holtrop (1984): c3 = 0.56 ABT^1.5 / (B T (0.31 sqrt(ABT) + TF - hB)).
     // Its failure (and those of c7 and the length of run) is the speed part's to report, in
     // the order of the steps.
     if (ABT > 0.0) {
-      h.c3 = 0.56 * std::pow(ABT, 1.5) / (B * T * (0.31 * std::sqrt(ABT) + Z));
+      h.ABT15 = std::pow(ABT, 1.5);
+      h.c3 = 0.56 * h.ABT15 / (B * T * (0.31 * std::sqrt(ABT) + Z));
       if (h.c3 > 0.0) h.c2 = std::exp(-1.89 * std::sqrt(h.c3));
     }
     // 11-19. Coefficients of the wave resistance, Holtrop (1984).
@@ -84,10 +88,10 @@ bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
   }
 }
 
-bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn) {
-  // A failed form factor has left its text and location in the calculation error state; the
-  // speed part of the same reading goes on under them.
-  if (h.formFactorOk) SetCalcLocation("Holtrop bare-hull drag");
+bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn, FrictionITTC57Memo* modelFriction) {
+  // The location is the method's, set by ReadHoltropHull (and put back by the form factor) or
+  // by the run at a later speed. A failed form factor has left its own text and location in
+  // the calculation error state; the speed part of the same reading goes on under them.
   t = HoltropTerms{};
   try {
     const double L = h.L, B = h.B, T = h.T, W = h.W, S = h.S, ABT = h.ABT, Z = h.Z, AT = h.AT, iE = h.iE;
@@ -98,7 +102,7 @@ bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn) {
     double V = fn * std::sqrt(g * L);
     t.speedCheck = fn < 0.06 ? 0 : (fn <= 0.8 ? 1 : 2);
     const double rnModel = std::pow(kModelLengthFt, 1.5) * fn * std::sqrt(g) / StdViscosityFresh;
-    t.cfModel = CalcFrictionITTC57(rnModel);
+    t.cfModel = modelFriction ? modelFriction->At(rnModel) : CalcFrictionITTC57(rnModel);
 
     // 9. The wave terms are computed at Fn 0.04 at least, and scaled down in step 26.
     const double fnIn = fn;
@@ -164,7 +168,7 @@ bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn) {
       e = std::max(e, 0.56 * std::sqrt(ABT));
       e = std::max(e, 0.1 * T);
       const double pb = 0.56 * std::sqrt(ABT) / e;
-      t.rb = 0.11 * std::exp(-3.0 / (pb * pb)) * fni * fni * fni * std::pow(ABT, 1.5) * StdDensityFresh * g /
+      t.rb = 0.11 * std::exp(-3.0 / (pb * pb)) * fni * fni * fni * h.ABT15 * StdDensityFresh * g /
              (1.0 + fni * fni);
     }
     // 23. Immersed transom, Holtrop & Mennen (1982): FnT = V / sqrt(2 g AT / (B + B CWP)),
@@ -208,17 +212,17 @@ bool CalcHullDragHoltrop(double& ctModel, double& modelLength, int& speedCheck, 
 }
 
 bool CalcHullDragHoltropRun(double& ctModel, double& modelLength, int& speedCheck, HoltropRun& run,
-                            const clsVXHull& hull, double fn) {
+                            const clsVXHull& hull, double fn, FrictionITTC57Memo& modelFriction) {
   HoltropTerms t;
   bool ok = false;
   if (run.read && run.hull.formFactorOk) {
     // The hull's values are those the first speed read. A word that another step has pushed on
     // the hull's error stack since stops the method here, as a fresh reading would.
     SetCalcLocation("Holtrop bare-hull drag");
-    ok = !PassHullErrors(hull) && CalcHoltropTermsAt(t, run.hull, fn);
+    ok = !PassHullErrors(hull) && CalcHoltropTermsAt(t, run.hull, fn, &modelFriction);
   } else {
     run.read = ReadHoltropHull(run.hull, hull);
-    ok = run.read && CalcHoltropTermsAt(t, run.hull, fn);
+    ok = run.read && CalcHoltropTermsAt(t, run.hull, fn, &modelFriction);
   }
   ctModel = ok ? t.k1 * t.cfModel + t.cw : 0.0;
   modelLength = kModelLengthFt;

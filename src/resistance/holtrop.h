@@ -2,6 +2,7 @@
 // at the vessel's Froude number, which the ITTC-78 expansion turns into ship drag.
 #pragma once
 
+#include "resistance/friction.h"
 #include "vessel/hull.h"
 
 namespace velmar {
@@ -27,13 +28,13 @@ struct HoltropTerms {
 bool CalcHoltropTerms(HoltropTerms& terms, const clsVXHull& hull, double fn);
 
 // What the method takes of the hull, in feet, pounds force and seconds, read and converted
-// once: the hull data (L/B already held at 2.6 or more), the form factor and every
-// coefficient that does not depend on the speed. Their checks (c3, c7, the length of run) are
+// once: the hull data (L/B already held at 2.6 or more), ABT^1.5 of a bulb, the form factor
+// and every coefficient that does not depend on the speed. Their checks (c3, c7, the length of run) are
 // made by the speed part, in the order of the method's steps.
 struct HoltropHull {
   double L = 0.0, B = 0.0, T = 0.0, W = 0.0, Vol = 0.0, S = 0.0, XB = 0.0, ABT = 0.0, Z = 0.0, AT = 0.0;
   double iE = 0.0, Cp = 0.0, LVol = 0.0, LT = 0.0, BT = 0.0, LB = 0.0, Cw = 0.0, Cm = 0.0, AtAx = 0.0;
-  double lcb = 0.0, lr = 0.0, k1 = 1.0;
+  double ABT15 = 0.0, lcb = 0.0, lr = 0.0, k1 = 1.0;
   bool formFactorOk = true;
   double c1 = 0.0, c2 = 1.0, c3 = 0.0, c5 = 1.0, c7 = 0.0, c15 = 0.0, c16 = 0.0, c17 = 0.0;
   double m1 = 0.0, m3 = 0.0, lambda = 0.0;
@@ -41,8 +42,10 @@ struct HoltropHull {
 // Reads the hull; false (texts in the calculation error state) when an item is missing. A
 // failed form factor is no failure: 1 + k is then 1 and its text stays in the error state.
 bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull);
-// The speed part: the terms at Froude number `fn` of a hull read by ReadHoltropHull.
-bool CalcHoltropTermsAt(HoltropTerms& terms, const HoltropHull& h, double fn);
+// The speed part: the terms at Froude number `fn` of a hull read by ReadHoltropHull. The
+// model's friction is taken through `modelFriction` when given.
+bool CalcHoltropTermsAt(HoltropTerms& terms, const HoltropHull& h, double fn,
+                        FrictionITTC57Memo* modelFriction = nullptr);
 
 // The hull part kept for a whole run of speeds: the first speed reads it, the later ones
 // reuse it. A hull whose form factor failed is read again at every speed, so that each speed
@@ -51,8 +54,9 @@ struct HoltropRun {
   HoltropHull hull;
   bool read = false;
 };
-// CalcHullDragHoltrop over a run.
+// CalcHullDragHoltrop over a run; the model's friction is left in `modelFriction`, where the
+// expansion of the same speed finds it.
 bool CalcHullDragHoltropRun(double& ctModel, double& modelLength, int& speedCheck, HoltropRun& run,
-                            const clsVXHull& hull, double fn);
+                            const clsVXHull& hull, double fn, FrictionITTC57Memo& modelFriction);
 
 }  // namespace velmar

@@ -32,7 +32,7 @@ class ProgressText {
   std::string saved_;
 };
 
-double Lcb(const clsVXHull& h) { return (h.CoefLCBLwlRatio() - 0.5) * 100.0; }
+double Lcb(double lcbLwlRatio) { return (lcbLwlRatio - 0.5) * 100.0; }
 
 // This system's addition to Holtrop's length of run for very full hulls.
 double FullnessTerm(double cp) { return cp > 0.9 ? (cp - 0.9) * 0.4 : 0.0; }
@@ -48,35 +48,46 @@ bool PassHullErrors(const clsVXHull& hull) {
 
 // Length of run, Holtrop & Mennen (1982): LR/L = 1 - CP + 0.06 CP lcb / (4 CP - 1), plus the
 // fullness term.
-bool CalcHoltropLengthOfRun(double& lrRatio, const clsVXHull& hull) {
+bool CalcHoltropLengthOfRun(double& lrRatio, HullReads& reads) {
   ProgressText progress("Holtrop length of run");
   lrRatio = 0.0;
-  const double cp = hull.CoefPrismatic();
-  const double lcb = Lcb(hull);
-  if (PassHullErrors(hull)) return false;
+  const double cp = reads.CoefPrismatic();
+  const double lcb = Lcb(reads.CoefLCBLwlRatio());
+  if (PassHullErrors(reads.Hull())) return false;
   if (4.0 * cp - 1.0 == 0.0) return true;
   lrRatio = 1.0 - cp + FullnessTerm(cp) + 0.06 * cp * lcb / (4.0 * cp - 1.0);
   return true;
 }
 
+bool CalcHoltropLengthOfRun(double& lrRatio, const clsVXHull& hull) {
+  HullReads reads(hull);
+  return CalcHoltropLengthOfRun(lrRatio, reads);
+}
+
 // Form factor 1 + k1, Holtrop (1984), with c14 = 1 + 0.011 Cstern.
-bool CalcHoltropFormFactor(double& k1, const clsVXHull& hull) {
+bool CalcHoltropFormFactor(double& k1, HullReads& reads) {
   ProgressText progress("Holtrop form factor");
   k1 = 1.0;
+  const clsVXHull& hull = reads.Hull();
   const double s = hull.CalcHoltropSternCoef();
-  const double len = hull.LengthWL(kM), vol = hull.DisplacementVolume(kM);
-  const double cp = hull.CoefPrismatic(), lt = hull.CoefLwlTvolRatio(), lb = hull.CoefLwlBwlRatio();
+  const double len = reads.LengthWL(kM), vol = reads.DisplacementVolume(kM);
+  const double cp = reads.CoefPrismatic(), lt = reads.CoefLwlTvolRatio(), lb = reads.CoefLwlBwlRatio();
   if (PassHullErrors(hull)) return false;
   const double bl = lb > 0.0 ? 1.0 / lb : 0.0, tl = lt > 0.0 ? 1.0 / lt : 0.0;
   if (!(cp > 0.0 && bl > 0.0 && tl > 0.0 && len > 0.0 && vol > 0.0)) return true;
   double lr = 0.0;
-  if (!CalcHoltropLengthOfRun(lr, hull)) return false;
+  if (!CalcHoltropLengthOfRun(lr, reads)) return false;
   const double run = 1.0 - cp + FullnessTerm(cp);
   if (!(lr > 0.0) || !(run > 0.0)) return true;
   const double c14 = 1.0 + 0.011 * s;
   k1 = 0.93 + 0.487118 * c14 * std::pow(bl, 1.06806) * std::pow(tl, 0.46106) * std::pow(1.0 / lr, 0.121563) *
                   std::pow(len * len * len / vol, 0.36486) * std::pow(run, -0.604247);
   return true;
+}
+
+bool CalcHoltropFormFactor(double& k1, const clsVXHull& hull) {
+  HullReads reads(hull);
+  return CalcHoltropFormFactor(k1, reads);
 }
 
 // Half angle of entrance, Holtrop (1984):
@@ -124,7 +135,7 @@ bool CalcHoltropCorrelationAllowance(double& ca, const clsVXHull& hull) {
 bool CalcKostovFormFactor(double& k1, const clsVXHull& hull) {
   ProgressText progress("Kostov form factor");
   k1 = 0.0;
-  const double lb = hull.CoefLwlBwlRatio(), bt = hull.CoefBwlTvolRatio(), lcb = Lcb(hull);
+  const double lb = hull.CoefLwlBwlRatio(), bt = hull.CoefBwlTvolRatio(), lcb = Lcb(hull.CoefLCBLwlRatio());
   if (PassHullErrors(hull)) return false;
   if (!(lb > 0.0 && bt > 0.0)) return true;
   k1 = 0.06021 * lb + 0.436512 + 0.14681 * bt + 0.47704 * lcb - 0.047266 * lb * lcb - 0.062142 * bt * lcb;

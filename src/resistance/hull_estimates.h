@@ -9,11 +9,15 @@
 
 #include "core/check_row.h"
 #include "vessel/hull.h"
+#include "vessel/hull_reads.h"
 
 namespace velmar {
 
 bool CalcHoltropLengthOfRun(double& lrRatio, const clsVXHull& hull);
 bool CalcHoltropFormFactor(double& k1, const clsVXHull& hull);
+// The same from the values a method has read already (see HullReads).
+bool CalcHoltropLengthOfRun(double& lrRatio, HullReads& reads);
+bool CalcHoltropFormFactor(double& k1, HullReads& reads);
 bool CalcHoltropHalfEntranceAngle(double& angleDeg, const clsVXHull& hull);
 bool CalcHoltropCorrelationAllowance(double& ca, const clsVXHull& hull);
 bool CalcKostovFormFactor(double& k1, const clsVXHull& hull);

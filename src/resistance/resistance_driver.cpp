@@ -2,10 +2,11 @@
 #include "resistance/resistance_driver.h"
 
 #include <cmath>
+#include <limits>
 
-#include "core/model_set.h"
 #include "core/constants.h"
 #include "core/helpers.h"
+#include "core/model_set.h"
 #include "core/ui_hooks.h"
 #include "resistance/appendage_drag.h"
 #include "resistance/channel_drag.h"
@@ -60,21 +61,28 @@ bool DelftSeries(double& ctModel, double& modelLength, int& speedCheck, const cl
 // first speed that needs it).
 struct HullDragRun {
   HoltropRun holtrop;
+  // The model's length (ft) and its power 1.5, of the rows so far.
+  double modelLength = std::numeric_limits<double>::quiet_NaN(), modelLengthPow = 0.0;
+  // The ITTC-1957 line at the model's Reynolds number, shared by the method and the expansion.
+  FrictionITTC57Memo modelFriction;
 };
 // A method whose hull part is read once per run has a `calcRun` besides its `calc`.
 using HullDragRunFn = bool (*)(double& ctModel, double& modelLength, int& speedCheck, HullDragRun& run,
                                const clsVXHull& hull, double fn);
+// A method that sets its own location before anything else (`ownLocation`) replaces the model
+// step's at once, so the model step leaves its own out.
 struct HullDragMethodRow {
   int method;
   HullDragMethodFn calc;
   HullDragRunFn calcRun = nullptr;
+  bool ownLocation = false;
 };
 bool HoltropRunRow(double& ctModel, double& modelLength, int& speedCheck, HullDragRun& run,
                    const clsVXHull& hull, double fn) {
-  return CalcHullDragHoltropRun(ctModel, modelLength, speedCheck, run.holtrop, hull, fn);
+  return CalcHullDragHoltropRun(ctModel, modelLength, speedCheck, run.holtrop, hull, fn, run.modelFriction);
 }
 constexpr HullDragMethodRow kModelMethods[] = {
-    {kHullDragHoltrop, CalcHullDragHoltrop, HoltropRunRow},
+    {kHullDragHoltrop, CalcHullDragHoltrop, HoltropRunRow, true},
     {kHullDragOortmerssen, CalcHullDragOortmerssen},
     {kHullDragDelftSeries1, DelftSeries<kHullDragDelftSeries1>},
     {kHullDragDelftSeries12, DelftSeries<kHullDragDelftSeries12>},
@@ -96,8 +104,12 @@ constexpr double kStdRoughnessM = 0.00015;
 
 // Roughness allowance of the ITTC-78 performance prediction method (ITTC 1978, Bowden and
 // Davison 1974): dCF = (44 ((ks / L)^(1/3) - 10 Rn^(-1/3)) + 0.125) 1e-3, ks and L in metres.
-double RoughnessAllowance(double ksM, double lengthM, double rn) {
-  return (std::pow(ksM / lengthM, 1.0 / 3.0) - 10.0 * std::pow(rn, -1.0 / 3.0)) * 0.044 + 0.000125;
+// It takes its two powers, (ks / L)^(1/3) and Rn^(-1/3), which a run forms once per ship and
+// once per row.
+double RoughnessLengthTerm(double ksM, double lengthM) { return std::pow(ksM / lengthM, 1.0 / 3.0); }
+double RoughnessReynoldsTerm(double rn) { return std::pow(rn, -1.0 / 3.0); }
+double RoughnessAllowance(double lengthTerm, double reynoldsTerm) {
+  return (lengthTerm - 10.0 * reynoldsTerm) * 0.044 + 0.000125;
 }
 
 // Two hulls drag twice as much as one.
@@ -107,6 +119,37 @@ int HullCount(const clsVXHull& hull) { return hull.HullConfigType() == 0 ? 1 : 2
 double ExpansionFormFactor(const clsVXITTC78Expansion& ittc78, const clsVXResistance& resistance) {
   const double k1 = ittc78.HullFormFactor();
   return resistance.HullDragITTC78ExpansionEnabled() == 0 || k1 == 0.0 ? 1.0 : k1;
+}
+
+// The settings of a run are read once, before its rows: no setting changes within a run, and
+// the words their checks push go to the settings' own stacks, which no step reads.
+
+// What the model step takes of the settings: the ship's form factor 1+k, the hull drag method,
+// the friction line and whether the form factor is corrected for speed.
+struct ModelSettings {
+  double k1;
+  int method, frictionLine, kMultEnabled;
+};
+ModelSettings ReadModelSettings(const clsVXITTC78Expansion& ittc78, const clsVXResistance& resistance) {
+  return {ExpansionFormFactor(ittc78, resistance), resistance.HullDragMethod(), ittc78.HullFrictionLine(),
+          resistance.HullDragFormFactorKMultEnabled()};
+}
+
+// What FinishRow takes of the settings: the Enabled states of the appendage, added and margin
+// drags, and the margin's basis and percentage when it is calculated.
+struct FinishSettings {
+  int appendage, wind, seas, channel, margin, marginBasis = 0;
+  double marginPercentage = 0.0;
+};
+FinishSettings ReadFinishSettings(const clsVXResistance& resistance) {
+  FinishSettings f{resistance.AppendageDragEnabled(), resistance.WindDragEnabled(),
+                   resistance.SeasDragEnabled(), resistance.ChannelDragEnabled(),
+                   resistance.MarginDragEnabled()};
+  if (f.margin == kDragCalc) {
+    f.marginBasis = resistance.MarginDragBasis();
+    f.marginPercentage = resistance.MarginDragPercentage();
+  }
+  return f;
 }
 
 // One added-drag column (wind, seas, channel): Off gives 0, Calc the method's drag in newtons,
@@ -123,43 +166,51 @@ bool AddedDragColumn(clsVXSpeedPerformance& sp, int row, Col column, int enabled
 
 // What every speed row needs of the ship, read once before the loop: water (slug/ft3,
 // ft2/s), volume (ft3), displacement (kg), length (ft and m), wetted surface (ft2), the
-// ship's form factor 1+k and the number of hulls.
+// ship's form factor 1+k and the number of hulls; sqrt(g Vol^(1/3)) of the volumetric Froude
+// number; the settings of the bare-hull steps and the length terms of the roughness allowances
+// (standard and, when it is on, the hull's).
 struct ShipRow {
   double rho, nu, vol, dispKg, L, LMetres, S, k1;
   int hullCount;
+  double froudeVolumeRoot;
+  int hullDrag, technique, expansionDetail;
+  bool catamaranInterference, roughness;
+  double correlationAllowance, stdRoughnessTerm, roughnessTerm;
+  ModelSettings model;
 };
 
 bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLength, clsVXHull& hull,
-               clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, double crMultiplier,
+               const clsVXResistance& resistance, const ModelSettings& settings, double crMultiplier,
                double kMultiplier, HullDragRun* run);
 
 // The bare-hull steps of one row (HullDragEnabled "Calc"); `run` keeps the model method's hull
-// part from row to row.
+// part from row to row; an ITTC-1957 friction line is taken through `shipFriction`, which the
+// appendages of the row share.
 bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double Rn, clsVXHull& hull,
-                     clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, clsVXSpeedPerformance& sp,
-                     HullDragRun& run) {
+                     const clsVXResistance& resistance, clsVXSpeedPerformance& sp, HullDragRun& run,
+                     FrictionITTC57Memo& shipFriction) {
   // 1. Speed correction of the form factor at ship scale.
-  double kMult =
-      resistance.HullDragFormFactorKMultEnabled() == 1 ? 1.0 / (1.0 + 140.0 * std::pow(Fn, 5.0)) : 1.0;
+  double kMult = ship.model.kMultEnabled == 1 ? 1.0 / (1.0 + 140.0 * std::pow(Fn, 5.0)) : 1.0;
   // 2. Catamaran interference.
   double factor = 1.0, kCat = 1.0;
-  if (hull.HullConfigType() == 1 && resistance.HullDragCatamaranInterferenceEnabled() == 1) {
+  if (ship.catamaranInterference) {
     if (!CalcCatamaranInterference(hull.CoefLwlBwlRatio(), hull.CoefSLwlRatio(), factor, kCat)) return false;
   }
   kMult *= factor;
   // 3.-5. Correlation and roughness allowances.
-  const double dCFstd = RoughnessAllowance(kStdRoughnessM, ship.LMetres, Rn);
-  const double ca = resistance.HullDragExpansionDetail() != 0 ? ittc78.CorrelationAllowance()
-                                                              : (5.68 - 0.6 * Log10(Rn)) * 0.001 + dCFstd;
+  const double rnTerm = RoughnessReynoldsTerm(Rn);
+  const double dCFstd = RoughnessAllowance(ship.stdRoughnessTerm, rnTerm);
+  const double ca =
+      ship.expansionDetail != 0 ? ship.correlationAllowance : (5.68 - 0.6 * Log10(Rn)) * 0.001 + dCFstd;
   sp.CoefDragBareHullCorrAllowance(row, ca);
   double dCFrough = 0.0;
-  if (resistance.HullDragRoughnessEnabled() == 1 && ittc78.HullRoughnessMM() > 0.0) {
-    dCFrough = RoughnessAllowance(0.001 * ittc78.HullRoughnessMM(), ship.LMetres, Rn) - dCFstd;
-  }
+  if (ship.roughness) dCFrough = RoughnessAllowance(ship.roughnessTerm, rnTerm) - dCFstd;
   sp.CoefDragBareHullRoughness(row, dCFrough);
   // 6.-8. Dynamic pressure, friction and viscous coefficients.
   const double q = 0.5 * ship.rho * ship.S * V * V;
-  const double cf = CalcFrictionLine(Rn, ittc78.HullFrictionLine(), ship.L, V, 0.0);
+  const double cf = ship.model.frictionLine == kFrictionITTC57
+                        ? shipFriction.At(Rn)
+                        : CalcFrictionLine(Rn, ship.model.frictionLine, ship.L, V, 0.0);
   sp.CoefDragBareHullFriction(row, cf);
   sp.CoefDragBareHullViscous(row, ((ship.k1 - 1.0) * kMult + 1.0) * cf);
   // 9. The residuary coefficient. The prediction takes it from the model step; an aligned
@@ -167,12 +218,13 @@ bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double R
   // follows from the reference ship is not defined in this program, so it is 1. Scale from
   // test and Defined use the residuary coefficient that stands in the table (entered, or
   // kept from the test); scale from test also marks its multiplier 1.
-  const int technique = resistance.HullDragTechnique();
+  const int technique = ship.technique;
   if (technique == kTechniquePrediction || technique == kTechniqueAlignedPrediction) {
     double ctModel = 0.0, crModel = 0.0;
     int speedCheck = 1;
     if (!RunGuarded([&] {
-          return ModelCtCr(ctModel, crModel, speedCheck, Fn, hull, ittc78, resistance, factor, kCat, &run);
+          return ModelCtCr(ctModel, crModel, speedCheck, Fn, hull, resistance, ship.model, factor, kCat,
+                           &run);
         }))
       return false;
     if (technique == kTechniqueAlignedPrediction) {
@@ -204,15 +256,17 @@ bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double R
 // What follows the bare hull in every row, whichever the route: the appendage drag, the added
 // drags, the margin, the total and its effective power. `appendages` keeps the appendages of
 // the component method from row to row.
-bool FinishRow(int hullCount, int row, double V, clsVXWaterProperties& water, clsVXHull& hull,
-               clsVXAppendage& appendage, clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78,
-               clsVXResistance& resistance, clsVXSpeedPerformance& sp, AppendageRun& appendages) {
-  switch (resistance.AppendageDragEnabled()) {
+bool FinishRow(const FinishSettings& settings, int hullCount, int row, double V, clsVXWaterProperties& water,
+               clsVXHull& hull, clsVXAppendage& appendage, clsVXEnvironment& environment,
+               clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, clsVXSpeedPerformance& sp,
+               AppendageRun& appendages) {
+  switch (settings.appendage) {
     case kDragOff:
       sp.DragAppendages(row, kCurrent, 0.0);
       break;
     case kDragCalc: {
       double drag = 0.0;
+      appendages.speed = V;
       if (!CalcAppendageDrag(drag, water, hull, appendage, ittc78, resistance, sp, row, &appendages))
         return false;
       sp.DragAppendages(row, kLbf, drag * hullCount);
@@ -222,30 +276,32 @@ bool FinishRow(int hullCount, int row, double V, clsVXWaterProperties& water, cl
       break;
   }
 
-  const double calmN = sp.DragBareHull(row, kN) + sp.DragAppendages(row, kN);
-  if (!AddedDragColumn(sp, row, Col::DragWind, resistance.WindDragEnabled(), [&](double& d) {
-        return CalcWindDrag(d, environment, hull, resistance, V);
-      }) ||
-      !AddedDragColumn(sp, row, Col::DragSeas, resistance.SeasDragEnabled(), [&](double& d) {
-        return CalcSeasDrag(d, environment, hull, water, resistance, V, calmN);
-      }) ||
-      !AddedDragColumn(sp, row, Col::DragChannel, resistance.ChannelDragEnabled(), [&](double& d) {
+  // The seas drag takes the calm-water drag in newtons; only a row that calculates it converts
+  // the two drags (the total below reads them again, pushing the same words in the same order).
+  if (!AddedDragColumn(sp, row, Col::DragWind, settings.wind,
+                       [&](double& d) { return CalcWindDrag(d, environment, hull, resistance, V); }) ||
+      !AddedDragColumn(sp, row, Col::DragSeas, settings.seas,
+                       [&](double& d) {
+                         const double calmN = sp.DragBareHull(row, kN) + sp.DragAppendages(row, kN);
+                         return CalcSeasDrag(d, environment, hull, water, resistance, V, calmN);
+                       }) ||
+      !AddedDragColumn(sp, row, Col::DragChannel, settings.channel, [&](double& d) {
         return CalcChannelDrag(d, environment, hull, ittc78, resistance, sp, row, V, water.Density(kKgPerM3));
       }))
     return false;
   // The margin follows its own Enabled state: Off gives 0, Calc takes the percentage of
   // the hull drag alone or of the hull and added drags, Lock and Enter keep the column.
-  switch (resistance.MarginDragEnabled()) {
+  switch (settings.margin) {
     case kDragOff:
       sp.DragMargin(row, kCurrent, 0.0);
       break;
     case kDragCalc: {
       double basis = sp.DragBareHull(row, kCurrent);
-      if (resistance.MarginDragBasis() == 1) {
+      if (settings.marginBasis == 1) {
         basis += sp.DragAppendages(row, kCurrent) + sp.DragWind(row, kCurrent) + sp.DragSeas(row, kCurrent) +
                  sp.DragChannel(row, kCurrent);
       }
-      sp.DragMargin(row, kCurrent, 0.01 * resistance.MarginDragPercentage() * basis);
+      sp.DragMargin(row, kCurrent, 0.01 * settings.marginPercentage * basis);
       break;
     }
     default:
@@ -261,7 +317,8 @@ bool FinishRow(int hullCount, int row, double V, clsVXWaterProperties& water, cl
 }
 
 bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
-                      clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, clsVXSpeedPerformance& sp) {
+                      clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78,
+                      clsVXResistance& resistance, clsVXSpeedPerformance& sp) {
   SetCalcLocation("ITTC-78 (CT) drag prediction");
   ShipRow ship{};
   ship.rho = water.Density(kSlugPerFt3);
@@ -279,12 +336,26 @@ bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppenda
     AddCalcErrors(hull.Errors());
     return false;
   }
-  ship.k1 = ExpansionFormFactor(ittc78, resistance);
   ship.hullCount = HullCount(hull);
+  ship.froudeVolumeRoot = std::sqrt(GravityFt * std::pow(ship.vol, 1.0 / 3.0));
+  ship.hullDrag = resistance.HullDragEnabled();
+  if (ship.hullDrag == kDragCalc) {
+    ship.catamaranInterference =
+        hull.HullConfigType() == 1 && resistance.HullDragCatamaranInterferenceEnabled() == 1;
+    ship.expansionDetail = resistance.HullDragExpansionDetail();
+    if (ship.expansionDetail != 0) ship.correlationAllowance = ittc78.CorrelationAllowance();
+    ship.stdRoughnessTerm = RoughnessLengthTerm(kStdRoughnessM, ship.LMetres);
+    ship.roughness = resistance.HullDragRoughnessEnabled() == 1 && ittc78.HullRoughnessMM() > 0.0;
+    if (ship.roughness)
+      ship.roughnessTerm = RoughnessLengthTerm(0.001 * ittc78.HullRoughnessMM(), ship.LMetres);
+    ship.model = ReadModelSettings(ittc78, resistance);
+  }
+  ship.k1 = ExpansionFormFactor(ittc78, resistance);
+  const FinishSettings finish = ReadFinishSettings(resistance);
 
   // The reference ship of an aligned prediction or a scale from test must be complete; its
   // numbers would feed the alignment, which this program does not define.
-  const int technique = resistance.HullDragTechnique();
+  const int technique = ship.technique = resistance.HullDragTechnique();
   if (technique == kTechniqueAlignedPrediction || technique == kTechniqueScaleFromTest) {
     const std::shared_ptr<clsVXHull>& ref = App().RefShipResistance.Hull;
     if (!ref) {
@@ -313,23 +384,24 @@ bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppenda
       return false;
     }
     sp.CoefFroudeLength(row, Fn);
-    sp.CoefFroudeVolume(row, V / std::sqrt(GravityFt * std::pow(ship.vol, 1.0 / 3.0)));
+    sp.CoefFroudeVolume(row, V / ship.froudeVolumeRoot);
     sp.CoefReynoldsLength(row, Rn);
 
-    switch (resistance.HullDragEnabled()) {
+    switch (ship.hullDrag) {
       case kDragOff:
         sp.DragBareHullSpeedCheck(row, 1);
         for (Col c : kBareHullOffColumns) sp.Write(row, FieldId(c), kCurrent, 0.0);
         break;
       case kDragCalc:
-        if (!CalcBareHullRow(ship, row, V, Fn, Rn, hull, ittc78, resistance, sp, run)) return false;
+        if (!CalcBareHullRow(ship, row, V, Fn, Rn, hull, resistance, sp, run, appendages.shipFriction))
+          return false;
         break;
       default:  // Lock (and the file's Enter): the columns stay as they are
         break;
     }
 
-    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance, sp,
-                   appendages))
+    if (!FinishRow(finish, ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance,
+                   sp, appendages))
       return false;
   }
   return true;
@@ -387,8 +459,9 @@ bool PlaningBareHullRow(const PlaningShip& ship, int row, double V, clsVXHull& h
   if (resistance.HullDragRoughnessEnabled() == 1 && ittc78.HullRoughnessMM() > 0.0) {
     const double lengthM = r.equilibrium.lambda * r.beam * 0.3048;
     const double rn = r.equilibrium.reynolds;
-    dCFrough = RoughnessAllowance(0.001 * ittc78.HullRoughnessMM(), lengthM, rn) -
-               RoughnessAllowance(kStdRoughnessM, lengthM, rn);
+    const double rnTerm = RoughnessReynoldsTerm(rn);
+    dCFrough = RoughnessAllowance(RoughnessLengthTerm(0.001 * ittc78.HullRoughnessMM(), lengthM), rnTerm) -
+               RoughnessAllowance(RoughnessLengthTerm(kStdRoughnessM, lengthM), rnTerm);
     o.frictionAllowance = ca + dCFrough;
     if (!CalcHullDragSavitsky(r, hull, o, V)) return false;
   }
@@ -436,8 +509,8 @@ bool FailBeforeRows(const std::string& text) {
 }
 
 bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppendage& appendage,
-                           clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78, clsVXResistance& resistance,
-                           clsVXSpeedPerformance& sp) {
+                           clsVXEnvironment& environment, clsVXITTC78Expansion& ittc78,
+                           clsVXResistance& resistance, clsVXSpeedPerformance& sp) {
   SetCalcLocation("Planing drag prediction");
   PlaningShip ship{};
   ship.rho = water.Density(kSlugPerFt3);
@@ -476,6 +549,7 @@ bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAp
     return false;
   }
   ship.hullCount = HullCount(hull);
+  const FinishSettings finish = ReadFinishSettings(resistance);
 
   AppendageRun appendages;
   for (int row = 0; row < sp.count(); ++row) {
@@ -502,24 +576,24 @@ bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAp
       default:  // Lock (and the file's Enter): the columns stay as they are
         break;
     }
-    if (!FinishRow(ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance, sp,
-                   appendages))
+    if (!FinishRow(finish, ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance,
+                   sp, appendages))
       return false;
   }
   return true;
 }
 
 bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLength, clsVXHull& hull,
-               clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, double crMultiplier,
+               const clsVXResistance& resistance, const ModelSettings& settings, double crMultiplier,
                double kMultiplier, HullDragRun* run) {
-  SetCalcLocation("ITTC-78 (CT) model Ct and Cr prediction");
-  const double k1 = ExpansionFormFactor(ittc78, resistance);
+  const int method = settings.method;
+  const HullDragMethodRow* calc = ModelMethod(method);
+  if (!calc || !calc->ownLocation) SetCalcLocation("ITTC-78 (CT) model Ct and Cr prediction");
+  const double k1 = settings.k1;
   if (crMultiplier <= 0.0) crMultiplier = 1.0;
   if (kMultiplier <= 0.0) kMultiplier = 1.0;
   speedCheck = 1;
   double modelLength = 0.0;
-  const int method = resistance.HullDragMethod();
-  const HullDragMethodRow* calc = ModelMethod(method);
   if (!calc) {
     AddCalcError(method == kHullDragSavitsky  // a method of the planing route
                      ? "Hull drag method needs the Planing scope: " + resistance.HullDragMethodLabel(method)
@@ -530,11 +604,21 @@ bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLengt
                            ? calc->calcRun(ctModel, modelLength, speedCheck, *run, hull, fnLength)
                            : calc->calc(ctModel, modelLength, speedCheck, hull, fnLength);
   if (!modelOk) return false;
-  // The model runs at the ship's Froude number in fresh basin water.
-  const double rnModel = std::pow(modelLength, 1.5) * fnLength * std::sqrt(GravityFt) / StdViscosityFresh;
+  // The model runs at the ship's Froude number in fresh basin water. A method's model has one
+  // length for the whole run, so a run raises it to the power 1.5 once.
+  double lengthPow = 0.0;
+  if (run && run->modelLength == modelLength) {
+    lengthPow = run->modelLengthPow;
+  } else {
+    lengthPow = std::pow(modelLength, 1.5);
+    if (run) run->modelLength = modelLength, run->modelLengthPow = lengthPow;
+  }
+  const double rnModel = lengthPow * fnLength * std::sqrt(GravityFt) / StdViscosityFresh;
   const double vModel = rnModel * StdViscosityFresh / modelLength;
-  const double cfModel = CalcFrictionLine(rnModel, ittc78.HullFrictionLine(), modelLength, vModel, 0.0);
-  const double kMultModel = CalcFormFactorKMultiplier(fnLength, resistance.HullDragFormFactorKMultEnabled());
+  const double cfModel = run && settings.frictionLine == kFrictionITTC57
+                             ? run->modelFriction.At(rnModel)
+                             : CalcFrictionLine(rnModel, settings.frictionLine, modelLength, vModel, 0.0);
+  const double kMultModel = CalcFormFactorKMultiplier(fnLength, settings.kMultEnabled);
   const double cvModel = (kMultiplier * kMultModel * (k1 - 1.0) + 1.0) * cfModel;
   crModel = crMultiplier * (ctModel - cvModel);
   if (crModel < 1e-6) {
@@ -588,8 +672,8 @@ bool CalcModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnL
                    clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, double crMultiplier,
                    double kMultiplier) {
   return RunGuarded([&] {
-    return ModelCtCr(ctModel, crModel, speedCheck, fnLength, hull, ittc78, resistance, crMultiplier,
-                     kMultiplier, nullptr);
+    return ModelCtCr(ctModel, crModel, speedCheck, fnLength, hull, resistance,
+                     ReadModelSettings(ittc78, resistance), crMultiplier, kMultiplier, nullptr);
   });
 }
 

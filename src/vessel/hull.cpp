@@ -12,6 +12,7 @@
 #include "core/constants.h"
 #include "core/format.h"
 #include "core/helpers.h"
+#include "vessel/hull_reads.h"
 
 namespace velmar {
 
@@ -32,6 +33,7 @@ const FieldDesc kHullFields[] = {
 };
 
 using H = clsVXHull;
+using R = HullReads;
 using F = clsVXHull::Field;
 using C = clsVXHull::Coef;
 using I = clsVXHull::Inverse;
@@ -57,25 +59,25 @@ double Bpx(const H& h, int unit) { return h.CalcEffectiveChineBeam(h.XGravityFwd
 double DensityKg(const H& h) { return h.WaterProperties() ? h.WaterProperties()->Density(kKgPerM3) : 0.0; }
 
 // An input as stored; each read pushes the word of its own check.
-double ReadInput(const H& h, In in) {
+double ReadInput(R& r, In in) {
   switch (static_cast<D>(in.id)) {
     case D::Vol:
-      return h.DisplacementVolume(kCurrent);
+      return r.DisplacementVolume(kCurrent);
     case D::Bpx:
-      return Bpx(h, kCurrent);
+      return Bpx(r.Hull(), kCurrent);
     case D::Cp:
-      return h.CoefPrismatic();
+      return r.CoefPrismatic();
     case D::LB:
-      return h.CoefLwlBwlRatio();
+      return r.CoefLwlBwlRatio();
   }
-  return h.Read(in.id, kCurrent);
+  return r.Read(static_cast<F>(in.id), kCurrent);
 }
 
 // Every input is read, so that each reports, and all of them must be positive.
-bool InputsPositive(const H& h, std::span<const In> inputs) {
+bool InputsPositive(R& r, std::span<const In> inputs) {
   bool ok = true;
   for (const In in : inputs) {
-    if (in.id != kNoInput && !(ReadInput(h, in) > 0.0)) ok = false;
+    if (in.id != kNoInput && !(ReadInput(r, in) > 0.0)) ok = false;
   }
   return ok;
 }
@@ -118,12 +120,12 @@ constexpr bool InEnumOrder(const Row (&table)[N]) {
 
 // The formulas read their inputs in feet, square feet and cubic feet, so that every
 // coefficient is formed in one coherent system whatever the display units.
-double Vol(const H& h) { return h.DisplacementVolume(kFt); }
-double L(const H& h) { return h.LengthWL(kFt); }
-double B(const H& h) { return h.BeamWLMax(kFt); }
-double T(const H& h) { return h.DraftSubmergedMax(kFt); }
-double AX(const H& h) { return h.AreaSectMax(kFt2); }
-double LP(const H& h) { return h.LengthProjPlaningBottom(kFt); }
+double Vol(R& r) { return r.DisplacementVolume(kFt); }
+double L(R& r) { return r.LengthWL(kFt); }
+double B(R& r) { return r.BeamWLMax(kFt); }
+double T(R& r) { return r.DraftSubmergedMax(kFt); }
+double AX(R& r) { return r.AreaSectMax(kFt2); }
+double LP(R& r) { return r.LengthProjPlaningBottom(kFt); }
 
 struct CoefRow {
   C id;
@@ -132,7 +134,7 @@ struct CoefRow {
   const char* word;  // empty: the symbol
   const char* symbol;
   std::array<In, 4> inputs;  // must all be positive, else the result is 0
-  double (*formula)(const H&);
+  double (*formula)(R&);
   C tested = C::Count;  // the coefficient whose value is tested, if not this one
 };
 
@@ -140,66 +142,66 @@ struct CoefRow {
 constexpr CoefRow kCoefs[] = {
     {C::CoefBlock, NotPosOrAbove, 1.1, "CB coefficient", "CB",
      {F::Displacement, F::LengthWL, F::DraftSubmergedMax, F::BeamWLMax},
-     [](const H& h) { return Vol(h) / (L(h) * B(h) * T(h)); }},
+     [](R& r) { return Vol(r) / (L(r) * B(r) * T(r)); }},
     {C::CoefPrismatic, NotPosOrAbove, 1.1, "CP coefficient", "CP",
      {F::Displacement, F::LengthWL, F::AreaSectMax},
-     [](const H& h) { return Vol(h) / (L(h) * AX(h)); }},
+     [](R& r) { return Vol(r) / (L(r) * AX(r)); }},
     {C::CoefVerticalPrismatic, NotPosOrAbove, 1.1, "CVP coefficient", "CVP",
      {F::Displacement, F::DraftSubmergedMax, F::AreaWaterplane},
-     [](const H& h) { return Vol(h) / (T(h) * h.AreaWaterplane(kFt2)); }},
+     [](R& r) { return Vol(r) / (T(r) * r.AreaWaterplane(kFt2)); }},
     {C::CoefAreaSectMax, NotPosOrAbove, 1.1, "", "CX", {F::AreaSectMax, F::DraftSubmergedMax, F::BeamWLMax},
-     [](const H& h) { return AX(h) / (T(h) * B(h)); }},
+     [](R& r) { return AX(r) / (T(r) * B(r)); }},
     {C::CoefWaterplane, NotPosOrAbove, 1.1, "", "CWP", {F::AreaWaterplane, F::LengthWL, F::BeamWLMax},
-     [](const H& h) { return h.AreaWaterplane(kFt2) / (L(h) * B(h)); }},
+     [](R& r) { return r.AreaWaterplane(kFt2) / (L(r) * B(r)); }},
     {C::CoefLwlBwlRatio, NotPos, 0.0, "", "LWL/BWL", {F::LengthWL, F::BeamWLMax},
-     [](const H& h) { return L(h) / B(h); }},
+     [](R& r) { return L(r) / B(r); }},
     {C::CoefBwlTvolRatio, NotPos, 0.0, "", "BWL/T", {F::BeamWLMax, F::DraftSubmergedMax},
-     [](const H& h) { return B(h) / T(h); }},
+     [](R& r) { return B(r) / T(r); }},
     {C::CoefLwlTvolRatio, NotPos, 0.0, "LWL/T ratio", "", {F::LengthWL, F::DraftSubmergedMax},
-     [](const H& h) { return L(h) / T(h); }},
+     [](R& r) { return L(r) / T(r); }},
     {C::CoefSLwlRatio, NotPos, 0.0, "S/LWL ratio", "", {F::DemihullSpacing, F::LengthWL},
-     [](const H& h) { return h.DemihullSpacing(kFt) / L(h); }},
+     [](R& r) { return r.DemihullSpacing(kFt) / L(r); }},
     // Holtrop & Mennen (1982): lambda = 1.446 CP - 0.03 LWL/BWL.
     {C::CoefLambda, NotPos, 0.0, "Lambda coefficient", "Lambda", {D::Cp, D::LB},
-     [](const H& h) { return 1.446 * h.CoefPrismatic() - 0.03 * h.CoefLwlBwlRatio(); }},
+     [](R& r) { return 1.446 * r.CoefPrismatic() - 0.03 * r.CoefLwlBwlRatio(); }},
     {C::CoefWettedSurfaceFroudeCWS, NotPos, 0.0, "", "CWS", {F::Displacement, F::WettedSurface},
-     [](const H& h) { return h.WettedSurface(kFt2) / std::pow(Vol(h), 2.0 / 3.0); }},
+     [](R& r) { return r.WettedSurface(kFt2) / std::pow(Vol(r), 2.0 / 3.0); }},
     {C::CoefWettedSurfaceCS, NotPos, 0.0, "", "CS", {F::LengthWL, F::Displacement, F::WettedSurface},
-     [](const H& h) { return h.WettedSurface(kFt2) / std::sqrt(Vol(h) * L(h)); }},
+     [](R& r) { return r.WettedSurface(kFt2) / std::sqrt(Vol(r) * L(r)); }},
     {C::CoefAtAxRatio, NegOrAbove, 1.1, "", "ATR/AX", {F::AreaSectAtTr, F::AreaSectMax},
-     [](const H& h) { return h.AreaSectAtTr(kFt2) / AX(h); }},
+     [](R& r) { return r.AreaSectAtTr(kFt2) / AX(r); }},
     // Two bulb ratios: the silent one is shown to the user, the other reports a bad ratio.
     {C::CoefAbtAxRatio, Never, 0.0, "", "ABT/AX", {F::BulbAreaSect, F::AreaSectMax},
-     [](const H& h) { return h.BulbAreaSect(kFt2) / AX(h); }},
+     [](R& r) { return r.BulbAreaSect(kFt2) / AX(r); }},
     {C::CoefAbulbAxRatio, NegOrAbove, 1.1, "ABT/AX ratio", "", {F::BulbAreaSect, F::AreaSectMax},
-     [](const H& h) { return h.BulbAreaSect(kFt2) / AX(h); }},
+     [](R& r) { return r.BulbAreaSect(kFt2) / AX(r); }},
     {C::CoefBtBxRatio, NegOrAbove, 1.1, "BT/BWL ratio", "", {F::BeamWLAtTr, F::BeamWLMax},
-     [](const H& h) { return h.BeamWLAtTr(kFt) / B(h); }},
+     [](R& r) { return r.BeamWLAtTr(kFt) / B(r); }},
     {C::CoefTtTvolRatio, NegOrAbove, 1.1, "TTR/T ratio", "", {F::ImmersionDraftAtTr, F::DraftSubmergedMax},
-     [](const H& h) { return h.ImmersionDraftAtTr(kFt) / T(h); }},
+     [](R& r) { return r.ImmersionDraftAtTr(kFt) / T(r); }},
     {C::CoefLwlVol, NotPos, 0.0, "CVOL coefficient", "CVOL", {F::LengthWL, D::Vol},
-     [](const H& h) { return L(h) / std::cbrt(Vol(h)); }},
+     [](R& r) { return L(r) / std::cbrt(Vol(r)); }},
     {C::CoefVolBwl, NotPos, 0.0, "VOLB coefficient", "VOLB", {F::BeamWLMax, D::Vol},
-     [](const H& h) { return Vol(h) / std::pow(B(h), 3); }},
+     [](R& r) { return Vol(r) / std::pow(B(r), 3); }},
     {C::CoefVolBpx, NotPos, 0.0, "VOLBp coefficient", "VOLBp", {D::Bpx, D::Vol},
-     [](const H& h) { return Vol(h) / std::pow(Bpx(h, kFt), 3); }},
+     [](R& r) { return Vol(r) / std::pow(Bpx(r.Hull(), kFt), 3); }},
     // Tests CVOL, not its own value.
     {C::CoefLpVol, NotPos, 0.0, "CVOLp coefficient", "CVOLp", {F::LengthProjPlaningBottom, D::Vol},
-     [](const H& h) { return LP(h) / std::cbrt(Vol(h)); }, C::CoefLwlVol},
+     [](R& r) { return LP(r) / std::cbrt(Vol(r)); }, C::CoefLwlVol},
     {C::CoefLCBLwlRatio, NotPosOrAbove, 1.0, "XCB/LWL ratio", "", {F::XBuoyancyFwdTr, F::LengthWL},
-     [](const H& h) { return h.XBuoyancyFwdTr(kFt) / L(h); }},
+     [](R& r) { return r.XBuoyancyFwdTr(kFt) / L(r); }},
     {C::CoefLCFLwlRatio, NotPosOrAbove, 1.0, "XCF/LWL ratio", "", {F::XAreaWaterplaneFwdTr, F::LengthWL},
-     [](const H& h) { return h.XAreaWaterplaneFwdTr(kFt) / L(h); }},
+     [](R& r) { return r.XAreaWaterplaneFwdTr(kFt) / L(r); }},
     {C::CoefLCGBpRatio, NotPos, 0.0, "XCG/BPX ratio", "", {F::XGravityFwdTr, D::Bpx},
-     [](const H& h) { return h.XGravityFwdTr(kFt) / Bpx(h, kFt); }},
+     [](R& r) { return r.XGravityFwdTr(kFt) / Bpx(r.Hull(), kFt); }},
     {C::CoefLCGLpRatio, NotPos, 0.0, "XCG/Lp ratio", "", {F::XGravityFwdTr, F::LengthProjPlaningBottom},
-     [](const H& h) { return h.XGravityFwdTr(kFt) / LP(h); }},
+     [](R& r) { return r.XGravityFwdTr(kFt) / LP(r); }},
     {C::CoefApVolRatio, NotPos, 0.0, "Ap:Vol ratio", "", {F::AreaProjPlaningBottom, F::Displacement},
-     [](const H& h) { return h.AreaProjPlaningBottom(kFt2) / std::pow(Vol(h), 2.0 / 3.0); }},
+     [](R& r) { return r.AreaProjPlaningBottom(kFt2) / std::pow(Vol(r), 2.0 / 3.0); }},
     {C::CoefLpApRatio, NotPos, 0.0, "Lp:Ap ratio", "", {F::LengthProjPlaningBottom, F::AreaProjPlaningBottom},
-     [](const H& h) { return LP(h) * LP(h) / h.AreaProjPlaningBottom(kFt2); }},
+     [](R& r) { return LP(r) * LP(r) / r.AreaProjPlaningBottom(kFt2); }},
     {C::CoefLpBpxRatio, NotPos, 0.0, "LP/BPX ratio", "LP/BPX", {F::LengthProjPlaningBottom, D::Bpx},
-     [](const H& h) { return LP(h) / Bpx(h, kFt); }},
+     [](R& r) { return LP(r) / Bpx(r.Hull(), kFt); }},
 };
 // clang-format on
 static_assert(std::size(kCoefs) == static_cast<size_t>(C::Count) && InEnumOrder(kCoefs));
@@ -330,20 +332,9 @@ std::string clsVXHull::PropellerTunnelRecessDepthFieldNameWithUnits() const {
   return CaptionWithUnits(*this, "Recess depth");
 }
 
-double clsVXHull::DisplacementVolume(int unit) const {
-  const double density = DensityKg(*this);
-  const double kg = Displacement(kKg);
-  if (!(density > 0.0)) return 0.0;
-  return Units()->ConvertUnitLength3(kg / density, unit, kM);
-}
+double clsVXHull::DisplacementVolume(int unit) const { return HullReads(*this).DisplacementVolume(unit); }
 
-double clsVXHull::Coefficient(Coef c) const {
-  const CoefRow& s = kCoefs[static_cast<size_t>(c)];
-  const double v = InputsPositive(*this, s.inputs) ? s.formula(*this) : 0.0;
-  const double tested = s.tested == Coef::Count ? v : Coefficient(s.tested);
-  if (Fails(s.test, s.limit, tested)) Push(*s.word ? s.word : s.symbol);
-  return v;
-}
+double clsVXHull::Coefficient(Coef c) const { return HullReads(*this).Coefficient(c); }
 
 std::string clsVXHull::CoefficientSymbol(Coef c) const { return kCoefs[static_cast<size_t>(c)].symbol; }
 
@@ -352,7 +343,8 @@ std::string clsVXHull::CoefficientFormatted(Coef c) const { return FormatNumber(
 double clsVXHull::InverseOf(Inverse f, double coef) const {
   const InverseRow& s = kInverses[static_cast<size_t>(f)];
   double v = 0.0;
-  if (InputsPositive(*this, s.inputs) && coef > 0.0) {
+  R reads(*this);
+  if (InputsPositive(reads, s.inputs) && coef > 0.0) {
     v = s.formula(*this, coef);
     if (s.round) v = RoundToSigDigits(v, 6);
   }
@@ -389,6 +381,50 @@ double clsVXHull::CalcStaticEffectiveBaselineTrimAngleDeg() const {
   const double keelFwd = r->fwd + FwdStationZChineHeightBelowWL(kCurrent);
   const double keelAft = r->aft + AftStationZChineHeightBelowWL(kCurrent);
   return std::atan((keelAft - keelFwd) / r->dx) / DegToRad;
+}
+
+// ---- HullReads ----------------------------------------------------------------------------
+
+double HullReads::Read(clsVXHull::Field f, int unit) {
+  const int slot = unit + 1;
+  if (slot < 0 || slot >= kUnitSlots) return hull_.Read(FieldId(f), unit);
+  const size_t at = static_cast<size_t>(FieldId(f)) * kUnitSlots + static_cast<size_t>(slot);
+  if (!haveField_[at]) {
+    fields_[at] = hull_.Read(FieldId(f), unit);
+    haveField_[at] = true;
+  }
+  return fields_[at];
+}
+
+// Displacement over the density of the linked water (kg/m3, 0 without water).
+double HullReads::DisplacementVolume(int unit) {
+  const int slot = unit + 1;
+  const bool keep = slot >= 0 && slot < kUnitSlots;
+  if (keep && haveVolume_[slot]) return volumes_[slot];
+  if (!haveDensity_) {
+    density_ = DensityKg(hull_);
+    haveDensity_ = true;
+  }
+  const double kg = Read(F::Displacement, kKg);
+  const double v = density_ > 0.0 ? hull_.Units()->ConvertUnitLength3(kg / density_, unit, kM) : 0.0;
+  if (keep) {
+    volumes_[slot] = v;
+    haveVolume_[slot] = true;
+  }
+  return v;
+}
+
+double HullReads::Coefficient(clsVXHull::Coef c) {
+  const size_t at = static_cast<size_t>(c);
+  if (haveCoef_[at]) return coefs_[at];
+  const CoefRow& s = kCoefs[at];
+  const double v = InputsPositive(*this, s.inputs) ? s.formula(*this) : 0.0;
+  const double tested = s.tested == C::Count ? v : Coefficient(s.tested);
+  // The error stack of a hull is pushed on by its const reads; Errors(text) is its push.
+  if (Fails(s.test, s.limit, tested)) const_cast<H&>(hull_).Errors(*s.word ? s.word : s.symbol);
+  coefs_[at] = v;
+  haveCoef_[at] = true;
+  return v;
 }
 
 }  // namespace velmar

@@ -95,6 +95,9 @@ TEST_F(DataClassTest, ErrorStackDropsRepeatsOnlyWhileTheFlagIsSet) {
   obj.Length(kCurrent);
   obj.Count();
   EXPECT_EQ(obj.ErrorText(), "\tLength\r\n\tCount\r\n");
+  // The repeat test leaves the control characters out: a text across two entries is present.
+  obj.Errors("thCou");
+  EXPECT_EQ(obj.ErrorText(), "\tLength\r\n\tCount\r\n");
   // ErrorsFound reads True then False; the text stays until Errors is read.
   EXPECT_TRUE(obj.ErrorsFound());
   EXPECT_FALSE(obj.ErrorsFound());

@@ -83,6 +83,10 @@ TEST(ResistanceDriverTest, FailuresStopTheLoopWithTheirWordsAndKeepLaterRows) {
     }
   };
   fails([] { P().Hull->LengthWL(kCurrent, 0.0); }, "Length on waterline", 0);
+  // Several missing items: their words, and those of the coefficients they spoil, in the order
+  // the method reads them.
+  fails([] { P().Hull->AreaWaterplane(kCurrent, 0.0), P().Hull->XBuoyancyFwdTr(kCurrent, 0.0); },
+        "XCB fwd transom\r\n\tWaterplane area\r\n\tCWP\r\n", 0);
   fails([] { SP().Speed(2, kCurrent, 0.0); }, "Speed", 2);
   fails([] { P().ITTC78->HullHydrodynamicType(0); }, "Hydrodynamic hull type is undefined", 0);
   fails([] { P().ITTC78->HullHydrodynamicType(2); },
