@@ -87,7 +87,8 @@ bool CalcHoltropPropulsionInteraction(double& w, double& t, double& etaR, double
       in.Cstern = hull.CalcHoltropSternCoef();
     }
     if (PassHullErrors(hull)) return false;
-    const double L = in.L, B = in.B, T = in.T, S = in.S, XB = in.XB, CB = in.CB, CM = in.CM, Cstern = in.Cstern;
+    const double L = in.L, B = in.B, T = in.T, S = in.S, XB = in.XB, CB = in.CB, CM = in.CM,
+                 Cstern = in.Cstern;
     double CP = in.CP;
 
     // 1.-5. Ratios, the regression's upper CP, the propulsor count and diameter.

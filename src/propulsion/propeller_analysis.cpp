@@ -166,9 +166,9 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
   // 10. Coefficients without the cup, and the cavitation numbers of the mean and peak blade.
   sp.PropellerBreakdownCheck(row, 0);
   double KTc = 0.0, KQc = 0.0;
-  const int result = CalcPropulsorKTKQ(KTc, KQc, water, propulsion, propeller, propellerSeries, n, va, D, EAR,
-                                       0, meanPitch, sigmaAvg, tauAvg, sigmaPeak, tauPeak, nullptr, nullptr,
-                                       inputs);
+  const int result =
+      CalcPropulsorKTKQ(KTc, KQc, water, propulsion, propeller, propellerSeries, n, va, D, EAR, 0, meanPitch,
+                        sigmaAvg, tauAvg, sigmaPeak, tauPeak, nullptr, nullptr, inputs);
   if (result == 0) {
     AddCalcError("KTKQ calculation");
     return false;

@@ -201,7 +201,8 @@ bool BuildEngineFuelRateAndLoad(clsVXEngine& engine, clsVXSpeedPerformance& sp,
     // 2.-3. Fuel rate in the project's units.
     double rate = 0.0;
     if (!CalcEngineFuelRate(rate, engine, sp.EngineRPM(i), sp.PowerBrakePerProp(i, kCurrent),
-                            units.FuelRateIndex(), units.PowerIndex(), propulsion.AnalysisTypeMethod(), &lists))
+                            units.FuelRateIndex(), units.PowerIndex(), propulsion.AnalysisTypeMethod(),
+                            &lists))
       return Fail("calculating propulsion analysis");
     sp.FuelRatePerEngine(i, kCurrent, rate);
   }

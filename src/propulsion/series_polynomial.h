@@ -54,10 +54,11 @@ template <const auto& kTerms>
 bool SumSeriesPolynomial(double& K, double J, double PD, double A, int Z) {
   const SeriesPowers pj(J), pp(PD), pa(A), pz(Z);
   double sum = 0.0;
-  [&]<size_t... I>(std::index_sequence<I...>) {
+  const auto addTerms = [&]<size_t... I>(std::index_sequence<I...>) {
     ((sum += kTerms[I].c * pz.p[kTerms[I].v] * pj.p[kTerms[I].s] * pp.p[kTerms[I].t] * pa.p[kTerms[I].u]),
      ...);
-  }(std::make_index_sequence<std::size(kTerms)>{});
+  };
+  addTerms(std::make_index_sequence<std::size(kTerms)>{});
   return FinishSeriesSum(K, sum);
 }
 
