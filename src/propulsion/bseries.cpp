@@ -110,12 +110,14 @@ static_assert(std::size(kKT) == 39 && std::size(kKQ) == 47);
 
 }  // namespace
 
+// The RPM solution and the analysis ask for the coefficients alone, hundreds of times per
+// prediction: those take the unrolled sums.
 bool CalcKTBSeries(double& KT, double J, double PD, double EAR, int Z, DerivativeArray* d) {
-  return SumSeriesPolynomial(kKT, KT, J, PD, EAR, Z, d);
+  return d ? SumSeriesPolynomial(kKT, KT, J, PD, EAR, Z, d) : SumSeriesPolynomial<kKT>(KT, J, PD, EAR, Z);
 }
 
 bool CalcKQBSeries(double& KQ, double J, double PD, double EAR, int Z, DerivativeArray* d) {
-  return SumSeriesPolynomial(kKQ, KQ, J, PD, EAR, Z, d);
+  return d ? SumSeriesPolynomial(kKQ, KQ, J, PD, EAR, Z, d) : SumSeriesPolynomial<kKQ>(KQ, J, PD, EAR, Z);
 }
 
 // Holtrop & Mennen (1982) "An approximate power prediction method", Int. Shipbuilding Progress

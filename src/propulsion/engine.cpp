@@ -48,16 +48,38 @@ constexpr Lookup kRPMFromDefinedLoadPower{C::DefinedLoadPower, C::DefinedLoadRPM
 constexpr Lookup kFuelRateFromDefinedLoadPower{C::DefinedLoadPower, C::DefinedLoadFuelRate, false, 1,
                                                "getting fuel rate from defined load power"};
 
-// Fits y at `arg` through the points of two lists, read in xUnit and yUnit.
-double Evaluate(const E& e, const Lookup& l, double arg, int xUnit, int yUnit) {
+// The x and y lists of a lookup, read in xUnit and yUnit.
+void ReadLists(const E& e, const Lookup& l, int xUnit, int yUnit, std::vector<double>& xs,
+               std::vector<double>& ys) {
+  xs = e.CurveArray(l.x, xUnit);
+  ys = l.net ? e.NetMaxPowerPowerLessParasiticArray(yUnit) : e.CurveArray(l.y, yUnit);
+}
+
+// Fits y at `arg` through the points of two lists, read in xUnit and yUnit, or taken from
+// `lists` when they were read there before.
+double Evaluate(const E& e, const Lookup& l, double arg, int xUnit, int yUnit, EngineCurveLists* lists) {
   if (!(arg > 0.0)) return 0.0;
   try {
-    const std::vector<double> xs = e.CurveArray(l.x, xUnit);
-    const std::vector<double> ys =
-        l.net ? e.NetMaxPowerPowerLessParasiticArray(yUnit) : e.CurveArray(l.y, yUnit);
+    std::vector<double> ownX, ownY;
+    const std::vector<double>* xs = &ownX;
+    const std::vector<double>* ys = &ownY;
+    if (lists) {
+      auto it = std::find_if(lists->entries.begin(), lists->entries.end(), [&](const auto& entry) {
+        return entry.lookup == &l && entry.xUnit == xUnit && entry.yUnit == yUnit;
+      });
+      if (it == lists->entries.end()) {
+        EngineCurveLists::Entry entry{&l, xUnit, yUnit, {}, {}};
+        ReadLists(e, l, xUnit, yUnit, entry.xs, entry.ys);
+        it = lists->entries.insert(it, std::move(entry));
+      }
+      xs = &it->xs;
+      ys = &it->ys;
+    } else {
+      ReadLists(e, l, xUnit, yUnit, ownX, ownY);
+    }
     double y = 0.0;
     std::string location, cause;
-    if (!CurveFit(l.method, y, static_cast<int>(xs.size()), xs, ys, arg, location, cause)) {
+    if (!CurveFit(l.method, y, static_cast<int>(xs->size()), *xs, *ys, arg, location, cause)) {
       AddCalcError(l.failure);
       return 0.0;
     }
@@ -170,28 +192,29 @@ std::vector<double> clsVXEngine::NetMaxPowerPowerLessParasiticArray(int unit) co
   return out;
 }
 
-double clsVXEngine::GetMaxPowerFromRPM(double rpm, int powerUnit) const {
-  return Evaluate(*this, kMaxPowerFromRPM, rpm, kCurrent, powerUnit);
+double clsVXEngine::GetMaxPowerFromRPM(double rpm, int powerUnit, EngineCurveLists* lists) const {
+  return Evaluate(*this, kMaxPowerFromRPM, rpm, kCurrent, powerUnit, lists);
 }
 
-double clsVXEngine::GetRPMFromMaxPower(double power, int powerUnit) const {
-  return Evaluate(*this, kRPMFromMaxPower, power, powerUnit, kCurrent);
+double clsVXEngine::GetRPMFromMaxPower(double power, int powerUnit, EngineCurveLists* lists) const {
+  return Evaluate(*this, kRPMFromMaxPower, power, powerUnit, kCurrent, lists);
 }
 
-double clsVXEngine::GetNetMaxPowerFromRPM(double rpm, int powerUnit) const {
-  return Evaluate(*this, kNetMaxPowerFromRPM, rpm, kCurrent, powerUnit);
+double clsVXEngine::GetNetMaxPowerFromRPM(double rpm, int powerUnit, EngineCurveLists* lists) const {
+  return Evaluate(*this, kNetMaxPowerFromRPM, rpm, kCurrent, powerUnit, lists);
 }
 
-double clsVXEngine::GetFuelRateFromMaxPowerRPM(double rpm, int fuelUnit) const {
-  return Evaluate(*this, kFuelRateFromMaxPowerRPM, rpm, kCurrent, fuelUnit);
+double clsVXEngine::GetFuelRateFromMaxPowerRPM(double rpm, int fuelUnit, EngineCurveLists* lists) const {
+  return Evaluate(*this, kFuelRateFromMaxPowerRPM, rpm, kCurrent, fuelUnit, lists);
 }
 
-double clsVXEngine::GetRPMFromDefinedLoadPower(double power, int powerUnit) const {
-  return Evaluate(*this, kRPMFromDefinedLoadPower, power, powerUnit, kCurrent);
+double clsVXEngine::GetRPMFromDefinedLoadPower(double power, int powerUnit, EngineCurveLists* lists) const {
+  return Evaluate(*this, kRPMFromDefinedLoadPower, power, powerUnit, kCurrent, lists);
 }
 
-double clsVXEngine::GetFuelRateFromDefinedLoadPower(double power, int fuelUnit, int powerUnit) const {
-  return Evaluate(*this, kFuelRateFromDefinedLoadPower, power, powerUnit, fuelUnit);
+double clsVXEngine::GetFuelRateFromDefinedLoadPower(double power, int fuelUnit, int powerUnit,
+                                                    EngineCurveLists* lists) const {
+  return Evaluate(*this, kFuelRateFromDefinedLoadPower, power, powerUnit, fuelUnit, lists);
 }
 
 bool clsVXEngine::GetIntersectionOfMaxPowerAndDefinedLoadCurves(double& rpm, double& power,

@@ -27,6 +27,19 @@ inline constexpr int kEngineCurvePoints = 10;
   C(DefinedLoadPower, Qty, Power, DefinedLoad, "Power")    \
   C(DefinedLoadFuelRate, Qty, FuelRate, DefinedLoad, "FuelRate")
 
+// The point lists that the curve lookups of one prediction read, kept from the first lookup of
+// each kind (curves and units) for the later ones: the fuel-rate prediction looks the same
+// curves up at every speed. Valid only while the engine's points, counts and units stay as
+// they are.
+struct EngineCurveLists {
+  struct Entry {
+    const void* lookup;
+    int xUnit, yUnit;
+    std::vector<double> xs, ys;
+  };
+  std::vector<Entry> entries;
+};
+
 class clsVXEngine : public DataClass {
  public:
   enum class Field {
@@ -94,14 +107,15 @@ class clsVXEngine : public DataClass {
   // Lookups through the curve points by CurveFit (linear on the maximum-power curve, cubic
   // spline on the defined-load curve). Each gives 0 when its argument is not above 0, and 0
   // with its failure text on the calculation error state when the fit fails. Powers and fuel
-  // rates are in the unit named.
-  double GetMaxPowerFromRPM(double rpm, int powerUnit) const;
-  double GetRPMFromMaxPower(double power, int powerUnit) const;
-  double GetNetMaxPowerFromRPM(double rpm, int powerUnit) const;
-  double GetFuelRateFromMaxPowerRPM(double rpm, int fuelUnit) const;
-  double GetRPMFromDefinedLoadPower(double power, int powerUnit) const;
+  // rates are in the unit named. `lists`, when given, keeps the point lists between lookups.
+  double GetMaxPowerFromRPM(double rpm, int powerUnit, EngineCurveLists* lists = nullptr) const;
+  double GetRPMFromMaxPower(double power, int powerUnit, EngineCurveLists* lists = nullptr) const;
+  double GetNetMaxPowerFromRPM(double rpm, int powerUnit, EngineCurveLists* lists = nullptr) const;
+  double GetFuelRateFromMaxPowerRPM(double rpm, int fuelUnit, EngineCurveLists* lists = nullptr) const;
+  double GetRPMFromDefinedLoadPower(double power, int powerUnit, EngineCurveLists* lists = nullptr) const;
   // `powerUnit` is the unit of `power`; the fuel-rate prediction passes -1 (held).
-  double GetFuelRateFromDefinedLoadPower(double power, int fuelUnit, int powerUnit = kCurrent) const;
+  double GetFuelRateFromDefinedLoadPower(double power, int fuelUnit, int powerUnit = kCurrent,
+                                         EngineCurveLists* lists = nullptr) const;
 
   // The first crossing of the defined-load curve with the maximum-power curve, both read as
   // straight segments between their points, defined-load segments outermost. True with the

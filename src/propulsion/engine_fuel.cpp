@@ -95,7 +95,7 @@ bool CheckEngineData(clsVXEngine& engine) {
 // maximum-power curve where the running point lies off the defined curve on the side of the
 // power limit by more than a tenth of its RPM.
 bool CalcEngineFuelRate(double& rate, clsVXEngine& engine, double rpm, double power, int fuelRateIndex,
-                        int powerIndex, int analysisTypeMethod) {
+                        int powerIndex, int analysisTypeMethod, EngineCurveLists* lists) {
   SetCalcLocation("Calculating engine fuel consumption");
   try {
     if (!CheckEngineData(engine)) {
@@ -104,8 +104,8 @@ bool CalcEngineFuelRate(double& rate, clsVXEngine& engine, double rpm, double po
     }
 
     if (!(engine.DefinedLoadCount() > 2)) {
-      const double pmax = engine.GetMaxPowerFromRPM(rpm, powerIndex);
-      const double fmax = engine.GetFuelRateFromMaxPowerRPM(rpm, fuelRateIndex);
+      const double pmax = engine.GetMaxPowerFromRPM(rpm, powerIndex, lists);
+      const double fmax = engine.GetFuelRateFromMaxPowerRPM(rpm, fuelRateIndex, lists);
       if (analysisTypeMethod == 1 || analysisTypeMethod == 3) {
         // Towing and acceleration divide without a guard: no power at the top of the map is
         // a fault of the calculation.
@@ -118,11 +118,11 @@ bool CalcEngineFuelRate(double& rate, clsVXEngine& engine, double rpm, double po
         rate = pmax > 0.0 ? (fmax / pmax) * power : -1.0;
       }
     } else {
-      rate = engine.GetFuelRateFromDefinedLoadPower(power, fuelRateIndex, kCurrent);
+      rate = engine.GetFuelRateFromDefinedLoadPower(power, fuelRateIndex, kCurrent, lists);
       if (!(power > engine.MaxPowerPower(engine.MaxPowerCount() - 1, kCurrent))) {
-        const double r1 = engine.GetRPMFromDefinedLoadPower(power, powerIndex);
-        const double r2 = engine.GetRPMFromMaxPower(power, powerIndex);
-        const double f2 = engine.GetFuelRateFromMaxPowerRPM(r2, fuelRateIndex);
+        const double r1 = engine.GetRPMFromDefinedLoadPower(power, powerIndex, lists);
+        const double r2 = engine.GetRPMFromMaxPower(power, powerIndex, lists);
+        const double f2 = engine.GetFuelRateFromMaxPowerRPM(r2, fuelRateIndex, lists);
         const double gap = std::fabs(r2 - r1);
         if (gap > 0.1 * rpm && r1 > r2) {
           if (rpm < r2) rate = f2;

@@ -16,7 +16,8 @@ bool CheckEngineData(clsVXEngine& engine);
 // unit `fuelRateIndex`. `analysisTypeMethod` is the propulsion setting AnalysisTypeMethod
 // (0 free run ... 4 defined). A rate that cannot be found comes out as -1. False when the
 // engine data is unusable or a run-time fault (a division by zero) stops the calculation.
+// `lists`, when given, keeps the curves' point lists from one running point to the next.
 bool CalcEngineFuelRate(double& rate, clsVXEngine& engine, double rpm, double power, int fuelRateIndex,
-                        int powerIndex, int analysisTypeMethod);
+                        int powerIndex, int analysisTypeMethod, EngineCurveLists* lists = nullptr);
 
 }  // namespace velmar

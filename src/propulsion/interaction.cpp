@@ -98,6 +98,7 @@ bool PredictPropulsionInteractionCoefs(clsVXWaterProperties& water, clsVXHull& h
     // calculation of its own receives them (zero at the start of the run).
     double w = 0.0, t = 0.0, etaR = 0.0, referenceLength = 0.0;
     int speedCheck = 0;
+    PropulsionInteractionRun run;
     for (int i = 0; i < sp.count(); ++i) {
       // 3. The similarity numbers, written whatever the interaction setting.
       sp.SpeedIndex(i);
@@ -121,7 +122,7 @@ bool PredictPropulsionInteractionCoefs(clsVXWaterProperties& water, clsVXHull& h
         case kInteractionCalc:
           if (propulsion.PropulsionInteractionTechnique() == kTechniquePrediction) {
             if (!PredictPropulsionInteraction(w, t, etaR, referenceLength, speedCheck, Fn, Fv, water, hull,
-                                              ittc78, propeller, propulsion))
+                                              ittc78, propeller, propulsion, &run))
               return Fail("predicting propulsion interaction coefficients");
             sp.HullPropulsorInteractionSpeedCheck(i, speedCheck);
           }
@@ -151,7 +152,7 @@ bool PredictPropulsionInteractionCoefs(clsVXWaterProperties& water, clsVXHull& h
 bool PredictPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
                                   int& speedCheck, double Fn, double Fv, clsVXWaterProperties& water,
                                   clsVXHull& hull, clsVXITTC78Expansion& ittc78, clsVXPropeller& propeller,
-                                  clsVXPropulsion& propulsion) {
+                                  clsVXPropulsion& propulsion, PropulsionInteractionRun* run) {
   SetCalcLocation("Propulsion interaction prediction");
   (void)ittc78;  // none of the methods in use reads the expansion settings
   try {
@@ -172,7 +173,7 @@ bool PredictPropulsionInteraction(double& w, double& t, double& etaR, double& re
     const int method = propulsion.PropulsionInteractionMethod();
     bool ok = false;
     if (const PropulsionInteractionFunction calc = FindPropulsionInteractionMethod(method))
-      ok = calc(w, t, etaR, referenceLength, speedCheck, hull, propeller, propulsion, Fn, Rn);
+      ok = calc(w, t, etaR, referenceLength, speedCheck, hull, propeller, propulsion, Fn, Rn, run);
     else
       AddCalcError("Propulsion interaction method not available: " +
                    propulsion.PropulsionInteractionMethodLabel());

@@ -24,11 +24,12 @@ bool PredictPropulsionInteractionCoefs(clsVXWaterProperties& water, clsVXHull& h
 
 // w, t and etaR of one speed by the selected PropulsionInteractionMethod, with the duct and
 // tunnel corrections when they are on. referenceLength (ft) is the length of the method's
-// basis vessel; speedCheck is 0 below, 1 inside and 2 above the method's Froude range.
+// basis vessel; speedCheck is 0 below, 1 inside and 2 above the method's Froude range. `run`,
+// when given, keeps the method's reads from one speed of a run to the next.
 bool PredictPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
                                   int& speedCheck, double Fn, double Fv, clsVXWaterProperties& water,
                                   clsVXHull& hull, clsVXITTC78Expansion& ittc78, clsVXPropeller& propeller,
-                                  clsVXPropulsion& propulsion);
+                                  clsVXPropulsion& propulsion, PropulsionInteractionRun* run = nullptr);
 
 // The wake of a ducted propeller: w times 0.5 to 0.7 for one propulsor, by the stern shape
 // factor, and times 0.6 for more. A w not above 0 stays.

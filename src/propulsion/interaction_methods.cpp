@@ -69,28 +69,49 @@ double HoltropSingleScrewThrustDeduction(double L, double B, double T, double D,
 // forward of 0.5 LWL, CV = (1+k1) CF + CA is the ship's viscous resistance coefficient.
 bool CalcHoltropPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
                                       int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
-                                      clsVXPropulsion& propulsion, double Fn, double Rn) {
+                                      clsVXPropulsion& propulsion, double Fn, double Rn,
+                                      PropulsionInteractionRun* run) {
   const char* const fault = "calculating Holtrop propulsion interaction";
   return RunMethod("Holtrop propulsion interaction", fault, w, t, etaR, [&] {
-    const double L = hull.LengthWL(kFt), B = hull.BeamWLMax(kFt), T = hull.DraftSubmergedMax(kFt);
-    const double S = hull.WettedSurface(kFt2), XB = hull.XBuoyancyFwdTr(kFt);
-    double CP = hull.CoefPrismatic();
-    const double CB = hull.CoefBlock(), CM = hull.CoefAreaSectMax(), Cstern = hull.CalcHoltropSternCoef();
+    PropulsionInteractionRun once;
+    PropulsionInteractionRun& in = run ? *run : once;
+    if (!in.read) {
+      in.L = hull.LengthWL(kFt);
+      in.B = hull.BeamWLMax(kFt);
+      in.T = hull.DraftSubmergedMax(kFt);
+      in.S = hull.WettedSurface(kFt2);
+      in.XB = hull.XBuoyancyFwdTr(kFt);
+      in.CP = hull.CoefPrismatic();
+      in.CB = hull.CoefBlock();
+      in.CM = hull.CoefAreaSectMax();
+      in.Cstern = hull.CalcHoltropSternCoef();
+    }
     if (PassHullErrors(hull)) return false;
+    const double L = in.L, B = in.B, T = in.T, S = in.S, XB = in.XB, CB = in.CB, CM = in.CM,
+                 Cstern = in.Cstern;
+    double CP = in.CP;
 
     // 1.-5. Ratios, the regression's upper CP, the propulsor count and diameter.
     const double LT = L / T, BT = B / T;
     const double lcb = 100.0 * (XB - 0.5 * L) / L;
     CP = std::min(CP, 0.85);
-    const int count = std::max(propulsion.PropulsorCountPerHull(), 1);
-    const double D = InteractionDiameter(propulsion, T);
+    if (!in.read) {
+      in.count = std::max(propulsion.PropulsorCountPerHull(), 1);
+      in.D = InteractionDiameter(propulsion, T);
+    }
+    const int count = in.count;
+    const double D = in.D;
     referenceLength = L;
 
     // 6. Blade area and pitch ratio, with the values of a typical propeller when missing.
-    double EAR = propeller.ExpAreaRatio();
-    if (!(EAR > 0.0)) EAR = 0.75;
-    const double pitch = propeller.PitchMean(kFt), diameter = propeller.Diameter(kFt);
-    const double PD = pitch > 0.0 && diameter > 0.0 ? pitch / diameter : 1.0;
+    if (!in.read) {
+      in.EAR = propeller.ExpAreaRatio();
+      if (!(in.EAR > 0.0)) in.EAR = 0.75;
+      const double pitch = propeller.PitchMean(kFt), diameter = propeller.Diameter(kFt);
+      in.PD = pitch > 0.0 && diameter > 0.0 ? pitch / diameter : 1.0;
+      in.read = true;
+    }
+    const double EAR = in.EAR, PD = in.PD;
 
     // 7. The speed range of the regression.
     speedCheck = Fn < 0.06 ? 0 : (Fn <= 0.8 ? 1 : 2);
@@ -102,9 +123,17 @@ bool CalcHoltropPropulsionInteraction(double& w, double& t, double& etaR, double
       Rn = Rn * 0.05 / Fn;
     }
     const double CF = CalcFrictionITTC57(Rn);
-    double FF = 1.0, CA = 0.0;
-    if (!CalcHoltropFormFactor(FF, hull)) FF = 1.0;
-    if (!CalcHoltropCorrelationAllowance(CA, hull)) CA = 0.0;
+    double FF = in.FF, CA = in.CA;
+    if (!in.formFactorKept) {
+      in.formFactorKept = CalcHoltropFormFactor(FF, hull);
+      if (!in.formFactorKept) FF = 1.0;
+      in.FF = FF;
+    }
+    if (!in.allowanceKept) {
+      in.allowanceKept = CalcHoltropCorrelationAllowance(CA, hull);
+      if (!in.allowanceKept) CA = 0.0;
+      in.CA = CA;
+    }
     const double CV = FF * CF + CA;
 
     if (count == 1) {
@@ -161,7 +190,8 @@ const CoefTable& OortmerssenCoefficients() {
 
 bool CalcOortmerssenPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
                                           int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
-                                          clsVXPropulsion& propulsion, double Fn, double Rn) {
+                                          clsVXPropulsion& propulsion, double Fn, double Rn,
+                                          PropulsionInteractionRun* /*run*/) {
   const char* const fault = "calculating Oortmerssen propulsion interaction";
   (void)propeller;  // the regression knows the propeller by its diameter only
   (void)Rn;
@@ -198,7 +228,8 @@ bool CalcOortmerssenPropulsionInteraction(double& w, double& t, double& etaR, do
 // basis vessel is the ship itself; the data set's speeds are Fn 0.05 to 0.4.
 bool CalcSimpleShipPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
                                          int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
-                                         clsVXPropulsion& propulsion, double Fn, double Rn) {
+                                         clsVXPropulsion& propulsion, double Fn, double Rn,
+                                         PropulsionInteractionRun* /*run*/) {
   const char* const fault = "calculating Simple Ship propulsion interaction";
   (void)propeller;
   (void)Rn;

@@ -10,32 +10,50 @@
 
 namespace velmar {
 
+// What a method reads of the hull, the propeller and the settings, and derives from them
+// alone, at the first speed of a run; the interaction driver keeps it for the later speeds,
+// which then skip those reads (a read that passed its check passes again, and pushes nothing)
+// but still look at the hull's error stack. Holtrop's form factor and correlation allowance
+// are kept only once they have succeeded: a failure leaves its text at every speed.
+struct PropulsionInteractionRun {
+  bool read = false;
+  double L = 0.0, B = 0.0, T = 0.0, S = 0.0, XB = 0.0, CP = 0.0, CB = 0.0, CM = 0.0, Cstern = 0.0;
+  int count = 1;
+  double D = 0.0, EAR = 0.0, PD = 0.0;
+  bool formFactorKept = false, allowanceKept = false;
+  double FF = 1.0, CA = 0.0;
+};
+
 // Holtrop's statistical propulsion factors at ship scale: the single-screw set of Holtrop
 // (1984) for one propulsor, the twin-screw set of Holtrop & Mennen (1982) for any other
 // count. The propeller diameter is the hull's largest one (0.7 T when none is given); the
 // propeller itself enters through its blade area and pitch ratio.
 bool CalcHoltropPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
                                       int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
-                                      clsVXPropulsion& propulsion, double Fn, double Rn);
+                                      clsVXPropulsion& propulsion, double Fn, double Rn,
+                                      PropulsionInteractionRun* run = nullptr);
 
 // van Oortmerssen's (1971) regression of t, w and etaR for small ships (tugs, trawlers), from
 // CP, the LCB, L/B, L/D and Fn. Single source.
 bool CalcOortmerssenPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
                                           int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
-                                          clsVXPropulsion& propulsion, double Fn, double Rn);
+                                          clsVXPropulsion& propulsion, double Fn, double Rn,
+                                          PropulsionInteractionRun* run = nullptr);
 
 // "Simple Ship": Taylor's wake fraction of a single-screw ship from CB alone, w = 0.5 CB - 0.05,
 // with Holtrop's (1984) single-screw thrust deduction and etaR 1. Fails for more than one
 // propulsor.
 bool CalcSimpleShipPropulsionInteraction(double& w, double& t, double& etaR, double& referenceLength,
                                          int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
-                                         clsVXPropulsion& propulsion, double Fn, double Rn);
+                                         clsVXPropulsion& propulsion, double Fn, double Rn,
+                                         PropulsionInteractionRun* run = nullptr);
 
 // The interaction method of a PropulsionInteractionMethod index; null for a method the
 // program does not hold.
 using PropulsionInteractionFunction = bool (*)(double& w, double& t, double& etaR, double& referenceLength,
                                                int& speedCheck, clsVXHull& hull, clsVXPropeller& propeller,
-                                               clsVXPropulsion& propulsion, double Fn, double Rn);
+                                               clsVXPropulsion& propulsion, double Fn, double Rn,
+                                               PropulsionInteractionRun* run);
 PropulsionInteractionFunction FindPropulsionInteractionMethod(int method);
 
 }  // namespace velmar

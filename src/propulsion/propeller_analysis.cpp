@@ -63,7 +63,7 @@ int RecommendedEARCheckCode(double value, int series) {
 
 bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
               clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries, clsVXSpeedPerformance& sp,
-              int row, double rpm, double va, double meanPitch) {
+              int row, double rpm, double va, double meanPitch, const SeriesModelInputs* inputs) {
   SetCalcLocation("Calculating propeller analysis");
   // 1. Water, settings and propeller; a drive train value that is not positive counts as 1.
   const double rho = water.Density(kSlugPerFt3);
@@ -112,7 +112,7 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
   const double n = rpm / 60.0;
   double KT = 0.0, KQ = 0.0, sigmaAvg = 0.0, tauAvg = 0.0, sigmaPeak = 0.0, tauPeak = 0.0;
   if (CalcPropulsorKTKQ(KT, KQ, water, propulsion, propeller, propellerSeries, n, va, D, EAR, 1, meanPitch,
-                        sigmaAvg, tauAvg, sigmaPeak, tauPeak) == 0 ||
+                        sigmaAvg, tauAvg, sigmaPeak, tauPeak, nullptr, nullptr, inputs) == 0 ||
       !(KQ > 0.0)) {
     AddCalcError("propulsor KTKQ calculation");
     return false;
@@ -166,8 +166,9 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
   // 10. Coefficients without the cup, and the cavitation numbers of the mean and peak blade.
   sp.PropellerBreakdownCheck(row, 0);
   double KTc = 0.0, KQc = 0.0;
-  const int result = CalcPropulsorKTKQ(KTc, KQc, water, propulsion, propeller, propellerSeries, n, va, D, EAR,
-                                       0, meanPitch, sigmaAvg, tauAvg, sigmaPeak, tauPeak);
+  const int result =
+      CalcPropulsorKTKQ(KTc, KQc, water, propulsion, propeller, propellerSeries, n, va, D, EAR, 0, meanPitch,
+                        sigmaAvg, tauAvg, sigmaPeak, tauPeak, nullptr, nullptr, inputs);
   if (result == 0) {
     AddCalcError("KTKQ calculation");
     return false;
@@ -287,10 +288,10 @@ int LimitCheckCode(double value, double limit) {
 bool CalcPropellerAnalysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries,
                            clsVXSpeedPerformance& speedPerformance, int speedIndex, double rpm, double va,
-                           double meanPitch) {
+                           double meanPitch, const SeriesModelInputs* inputs) {
   return RunGuarded([&] {
     return Analysis(hullCount, water, propulsion, propeller, propellerSeries, speedPerformance, speedIndex,
-                    rpm, va, meanPitch);
+                    rpm, va, meanPitch, inputs);
   });
 }
 

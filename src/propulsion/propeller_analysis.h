@@ -11,14 +11,16 @@
 
 namespace velmar {
 
+struct SeriesModelInputs;  // propulsion/propeller_series_model.h
+
 // Writes every propulsor column of row `speedIndex` for the propeller turning at `rpm`
 // (1/min) with advance speed `va` (ft/s) and pitch `meanPitch` (ft; 0: the propeller's mean
 // pitch). Returns false with the failure's text on the calculation error state; the columns
-// written before a failure stay.
+// written before a failure stay. `inputs`, when given, are the series model's inputs of the run.
 bool CalcPropellerAnalysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries,
                            clsVXSpeedPerformance& speedPerformance, int speedIndex, double rpm, double va,
-                           double meanPitch);
+                           double meanPitch, const SeriesModelInputs* inputs = nullptr);
 
 // Percent back cavitation from a cavitation number and a thrust loading coefficient at 0.7R:
 // x = sigma^(1/3) 0.87^(1/sigma) / tau; 100 below x = 0.905, 2 above x = 4.16, else

@@ -4,7 +4,9 @@
 #include "propulsion/propeller_series_model.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <exception>
 #include <iterator>
 #include <stdexcept>
@@ -125,8 +127,12 @@ const SeriesFunctions* FunctionsOf(int calcType, int series) {
 // not hold. Units: n in 1/s, Va in ft/s, D in ft, nu in ft2/s.
 constexpr int kScaleBSeries = 1, kScalePartITTC = 3;
 
+// The same number, bit for bit (a memo's key).
+bool Same(double a, double b) { return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b); }
+
 bool ApplyScaleCorrection(double& KT, double& KQ, const SeriesPoint& p, double nu, double n, double Va,
-                          double D, double tc, double roughnessMM, int series, int method) {
+                          double D, double tc, double roughnessMM, int series, int method,
+                          const SeriesModelInputs* in) {
   if (series == kBSeries && method == kScaleBSeries) {
     const double chord = Div(2.073 * p.EAR * D, p.Z);
     const double Rn = Div(chord * std::hypot(Va, 0.75 * Pi * n * D), nu);
@@ -144,9 +150,15 @@ bool ApplyScaleCorrection(double& KT, double& KQ, const SeriesPoint& p, double n
     // The correction works in metres; a thickness ratio or roughness that the user gave
     // replaces the paper's estimate.
     BSeriesScaleCorrection c;
-    if (!CalcBSeriesScaleCorrection(c, p.PD, p.EAR, p.Z, D * 0.3048, tc, roughnessMM * 1e-3)) {
-      AddCalcError("Invalid procedure call or argument");
-      return false;
+    SeriesModelInputs::ScaleCorrectionOf* kept = in ? &in->scale : nullptr;
+    if (kept && kept->valid && Same(kept->PD, p.PD) && Same(kept->EAR, p.EAR) && Same(kept->D, D)) {
+      c = kept->c;
+    } else {
+      if (!CalcBSeriesScaleCorrection(c, p.PD, p.EAR, p.Z, D * 0.3048, tc, roughnessMM * 1e-3)) {
+        AddCalcError("Invalid procedure call or argument");
+        return false;
+      }
+      if (kept) *kept = {true, p.PD, p.EAR, D, c};
     }
     KT -= c.dKT;
     KQ -= c.dKQ;
@@ -254,7 +266,7 @@ int CalcPropellerSeriesAxial(double& KT, double& KQ, clsVXWaterProperties& water
 
     // 8. Full-scale correction of the chart's section drag.
     if (scaleCorrection != 0 && (seriesId == 0 || seriesId == 1 || seriesId == 2 || seriesId == 8)) {
-      if (!ApplyScaleCorrection(KT, KQ, point, nu, n, Va, D, tc, roughnessMM, seriesId, scaleCorrection))
+      if (!ApplyScaleCorrection(KT, KQ, point, nu, n, Va, D, tc, roughnessMM, seriesId, scaleCorrection, in))
         return 0;
     }
 

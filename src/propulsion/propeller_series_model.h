@@ -15,9 +15,10 @@
 namespace velmar {
 
 // What the series model reads of the water, propulsion, propeller and series settings on every
-// evaluation (slug/ft3, ft2/s, degrees, ft), read once. A solver that evaluates the same
-// propeller many times at one speed reads them after its first successful evaluation and hands
-// them to the later ones, which then check the objects' error stacks as a fresh reading would.
+// evaluation (slug/ft3, ft2/s, degrees, ft), read once. The free-run prediction, which evaluates
+// the same propeller many times at every speed, reads them after the first successful
+// evaluation of its run and hands them to the later ones (the RPM solution and the analysis of
+// every speed), which then check the objects' error stacks as a fresh reading would.
 // The propeller's own D, EAR and pitch (taken when the caller gives 0) and the rudder location
 // of a contra-rotating pair are read where they are needed.
 struct SeriesModelInputs {
@@ -25,6 +26,14 @@ struct SeriesModelInputs {
   double ktMult = 0.0, kqMult = 0.0, LD = 0.0;
   int calcType = 0, Z = 0, type = 0, seriesId = 0, oblique = 0, scaleCorrection = 0, breakdown = 0;
   bool read = false;
+  // The B-series section-drag correction of the last propeller (P/D, EAR, D in ft) it was found
+  // for: with the inputs above it does not depend on the operating point.
+  struct ScaleCorrectionOf {
+    bool valid = false;
+    double PD = 0.0, EAR = 0.0, D = 0.0;
+    BSeriesScaleCorrection c;
+  };
+  mutable ScaleCorrectionOf scale;
 };
 void ReadSeriesModelInputs(SeriesModelInputs& in, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& series);

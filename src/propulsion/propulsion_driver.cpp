@@ -145,8 +145,10 @@ bool BuildPropulsionFreeRunAnalysis(clsVXWaterProperties& water, clsVXHull& hull
     return false;
   }
   // 4. Row by row. The rate and pitch carry over from one row to the next: a solution that
-  // stops early leaves the row with the rate of the row before.
+  // stops early leaves the row with the rate of the row before. The series model's inputs are
+  // read once for the run.
   double rpm = 0.0, meanPitch = 0.0;
+  SeriesModelInputs inputs;
   for (int i = 0; i < sp.count(); ++i) {
     sp.SpeedIndex(i);
     const double V = sp.Speed(i, kFtPerSec);
@@ -162,7 +164,7 @@ bool BuildPropulsionFreeRunAnalysis(clsVXWaterProperties& water, clsVXHull& hull
     const double thrust = R / ((1.0 - t) * count * hullCount);
     if (calcType >= 0 && calcType <= 2) {
       if (CalcRPMForGivenThrust(rpm, thrust, water, propulsion, propeller, propellerSeries, va, etaR,
-                                meanPitch, engine) == kRPMFailed)
+                                meanPitch, engine, &inputs) == kRPMFailed)
         return Fail("calculating equilibrium RPM for given thrust requirement");
       if (propeller.PropellerType() == kCPP) sp.CPMeanPitch(i, kFt, meanPitch);
     } else if (calcType == kWaterjetData) {
@@ -173,7 +175,7 @@ bool BuildPropulsionFreeRunAnalysis(clsVXWaterProperties& water, clsVXHull& hull
         return Fail("calculating propulsion analysis");
     }
     if (!CalcPropulsorAnalysis(hullCount, water, propulsion, propeller, propellerSeries, waterjet, sp, i, rpm,
-                               va, meanPitch))
+                               va, meanPitch, inputs.read ? &inputs : nullptr))
       return Fail("calculating propulsion analysis");
     if (!(sp.PowerBrakeTotal(i, kCurrent) > 0.0)) {
       sp.TransportFactor(i, 0.0);
@@ -188,6 +190,7 @@ bool BuildEngineFuelRateAndLoad(clsVXEngine& engine, clsVXSpeedPerformance& sp,
                                 const clsVXPropulsion& propulsion) {
   SetCalcLocation("Building Propulsion engine fuel rate and load");
   const clsVXUnits& units = *sp.Units();
+  EngineCurveLists lists;  // the engine does not change during the run
   for (int i = 0; i < sp.count(); ++i) {
     // 1. Load against the rated power, both in kW.
     if (!(engine.MaxRatedPower(kCurrent) > 0.0)) {
@@ -198,7 +201,8 @@ bool BuildEngineFuelRateAndLoad(clsVXEngine& engine, clsVXSpeedPerformance& sp,
     // 2.-3. Fuel rate in the project's units.
     double rate = 0.0;
     if (!CalcEngineFuelRate(rate, engine, sp.EngineRPM(i), sp.PowerBrakePerProp(i, kCurrent),
-                            units.FuelRateIndex(), units.PowerIndex(), propulsion.AnalysisTypeMethod()))
+                            units.FuelRateIndex(), units.PowerIndex(), propulsion.AnalysisTypeMethod(),
+                            &lists))
       return Fail("calculating propulsion analysis");
     sp.FuelRatePerEngine(i, kCurrent, rate);
   }
@@ -208,11 +212,12 @@ bool BuildEngineFuelRateAndLoad(clsVXEngine& engine, clsVXSpeedPerformance& sp,
 bool CalcPropulsorAnalysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries,
                            clsVXWaterjet& /*waterjet*/, clsVXSpeedPerformance& speedPerformance,
-                           int speedIndex, double propulsorRPM, double advanceSpeed, double meanPitch) {
+                           int speedIndex, double propulsorRPM, double advanceSpeed, double meanPitch,
+                           const SeriesModelInputs* inputs) {
   const int calcType = propulsion.PropulsorCalcType();
   if (calcType < 0 || calcType > 2) return true;  // a waterjet has no analysis here
   if (!CalcPropellerAnalysis(hullCount, water, propulsion, propeller, propellerSeries, speedPerformance,
-                             speedIndex, propulsorRPM, advanceSpeed, meanPitch))
+                             speedIndex, propulsorRPM, advanceSpeed, meanPitch, inputs))
     return Fail("calculating propeller analysis");
   return true;
 }

@@ -58,11 +58,12 @@ bool BuildEngineFuelRateAndLoad(clsVXEngine& engine, clsVXSpeedPerformance& spee
                                 const clsVXPropulsion& propulsion);
 
 // The analysis of one row at `propulsorRPM` by the propulsor model in use; a waterjet is
-// analysed from its thrust (waterjet_analysis.h), not here.
+// analysed from its thrust (waterjet_analysis.h), not here. `inputs`: as CalcPropulsorKTKQ.
 bool CalcPropulsorAnalysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries,
                            clsVXWaterjet& waterjet, clsVXSpeedPerformance& speedPerformance, int speedIndex,
-                           double propulsorRPM, double advanceSpeed, double meanPitch);
+                           double propulsorRPM, double advanceSpeed, double meanPitch,
+                           const SeriesModelInputs* inputs = nullptr);
 
 // KT and KQ of the propulsor at `revsPerSec` (1/s), advance speed (ft/s), diameter and pitch
 // (ft), with the cavitation numbers of the mean and peak blade positions and, when asked,

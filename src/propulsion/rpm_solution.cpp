@@ -158,7 +158,7 @@ double RPMSolutionTolerance(double thrust) {
 int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& water,
                           clsVXPropulsion& propulsion, clsVXPropeller& propeller,
                           clsVXPropellerSeries& propellerSeries, double advanceSpeed, double etaR,
-                          double& meanPitch, clsVXEngine& engine) {
+                          double& meanPitch, clsVXEngine& engine, SeriesModelInputs* runInputs) {
   SetCalcLocation("Calculating RPM for given thrust");
   // 1.
   if (propulsion.PropulsorCalcType() == 3) {
@@ -210,7 +210,8 @@ int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& wate
   if (meanPitch == 0.0) meanPitch = pitchMean;
   // The series model's inputs do not change while the rate is searched: they are read after
   // the first evaluation that succeeds, and every later one takes them from there.
-  SeriesModelInputs inputs;
+  SeriesModelInputs ownInputs;
+  SeriesModelInputs& inputs = runInputs ? *runInputs : ownInputs;
   ThrustAt thrustAt(water, propulsion, propeller, propellerSeries, rho, advanceSpeed, D, EAR, meanPitch,
                     &inputs);
 

@@ -10,6 +10,8 @@
 
 namespace velmar {
 
+struct SeriesModelInputs;  // propulsion/propeller_series_model.h
+
 // Results of CalcRPMForGivenThrust.
 enum RPMSolutionResult : int {
   kRPMFailed = 0,   // a failure text is on the calculation error state
@@ -19,11 +21,13 @@ enum RPMSolutionResult : int {
 
 // `thrust` per propulsor in lbf, `advanceSpeed` in ft/s, `rpm` in 1/min, `meanPitch` in ft
 // (0: the propeller's mean pitch). A controllable-pitch propeller returns its solved pitch
-// through `meanPitch`.
+// through `meanPitch`. `inputs`, when given, holds the series model's inputs from one call to
+// the next (a prediction run over its speeds); they are read after the first evaluation of the
+// propeller model that succeeds.
 int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& water,
                           clsVXPropulsion& propulsion, clsVXPropeller& propeller,
                           clsVXPropellerSeries& propellerSeries, double advanceSpeed, double etaR,
-                          double& meanPitch, clsVXEngine& engine);
+                          double& meanPitch, clsVXEngine& engine, SeriesModelInputs* inputs = nullptr);
 
 // The thrust tolerance of the solution for a required thrust T (lbf): 1e-5 T, but 0.1 lbf
 // below 100 lbf and 1 lbf above when that is less than 1 lbf.

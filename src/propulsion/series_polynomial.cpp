@@ -10,16 +10,17 @@
 namespace velmar {
 namespace {
 
-// The derivative orders of DerivativeArray: (J, P/D, A).
-constexpr int kOrders[9][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {2, 0, 0}, {0, 2, 0},
-                               {0, 0, 2}, {1, 1, 0}, {1, 0, 1}, {0, 1, 1}};
+// x^e and its first and second derivatives for every exponent e, from SeriesPowers::Derivative.
+struct SeriesDerivatives {
+  double v[kMaxSeriesPower + 1][3];
+  explicit SeriesDerivatives(double x) {
+    const SeriesPowers p(x);
+    for (int e = 0; e <= kMaxSeriesPower; ++e)
+      for (int k = 0; k < 3; ++k) v[e][k] = p.Derivative(e, k);
+  }
+};
 
 }  // namespace
-
-SeriesPowers::SeriesPowers(double x) {
-  p[0] = 1.0;
-  for (int i = 1; i <= kMaxSeriesPower; ++i) p[i] = p[i - 1] * x;
-}
 
 double SeriesPowers::Derivative(int e, int k) const {
   if (k > e) return 0.0;
@@ -28,24 +29,48 @@ double SeriesPowers::Derivative(int e, int k) const {
   return f;
 }
 
-bool SumSeriesPolynomial(std::span<const SeriesTerm> terms, double& K, double J, double PD, double A, int Z,
-                         DerivativeArray* d) {
-  const SeriesPowers pj(J), pp(PD), pa(A), pz(Z);
-  double sum = 0.0;
-  if (d) d->fill(0.0);
-  for (const SeriesTerm& a : terms) {
-    const double cz = a.c * pz.p[a.v];
-    sum += cz * pj.p[a.s] * pp.p[a.t] * pa.p[a.u];
-    if (!d) continue;
-    for (int i = 0; i < 9; ++i) {
-      const int* k = kOrders[i];
-      (*d)[i] += cz * pj.Derivative(a.s, k[0]) * pp.Derivative(a.t, k[1]) * pa.Derivative(a.u, k[2]);
-    }
-  }
+bool FinishSeriesSum(double& K, double sum) {
   K = sum;
   if (std::isfinite(sum)) return true;
   AddCalcError(std::isnan(sum) ? "Invalid procedure call or argument" : "Overflow");
   return false;
+}
+
+// Every entry of the derivative array is the product cz dJ dP dA of the term's derivatives of
+// the orders of that entry, multiplied from the left; the products of cz with the J factor and
+// of those with the P/D factor are shared between the entries that have them in common.
+bool SumSeriesPolynomial(std::span<const SeriesTerm> terms, double& K, double J, double PD, double A, int Z,
+                         DerivativeArray* d) {
+  const SeriesPowers pz(Z);
+  double sum = 0.0;
+  if (!d) {
+    const SeriesPowers pj(J), pp(PD), pa(A);
+    for (const SeriesTerm& a : terms) sum += a.c * pz.p[a.v] * pj.p[a.s] * pp.p[a.t] * pa.p[a.u];
+    return FinishSeriesSum(K, sum);
+  }
+  const SeriesDerivatives dj(J), dp(PD), da(A);
+  DerivativeArray& k = *d;
+  k.fill(0.0);
+  for (const SeriesTerm& a : terms) {
+    const double cz = a.c * pz.p[a.v];
+    const double* j = dj.v[a.s];
+    const double* p = dp.v[a.t];
+    const double* e = da.v[a.u];
+    const double c0 = cz * j[0], c1 = cz * j[1], c2 = cz * j[2];
+    const double c00 = c0 * p[0], c01 = c0 * p[1], c02 = c0 * p[2], c10 = c1 * p[0], c11 = c1 * p[1],
+                 c20 = c2 * p[0];
+    sum += c00 * e[0];
+    k[0] += c10 * e[0];  // d/dJ
+    k[1] += c01 * e[0];  // d/dPD
+    k[2] += c00 * e[1];  // d/dEAR
+    k[3] += c20 * e[0];  // d2/dJ2
+    k[4] += c02 * e[0];  // d2/dPD2
+    k[5] += c00 * e[2];  // d2/dEAR2
+    k[6] += c11 * e[0];  // d2/dJdPD
+    k[7] += c10 * e[1];  // d2/dJdEAR
+    k[8] += c01 * e[1];  // d2/dPDdEAR
+  }
+  return FinishSeriesSum(K, sum);
 }
 
 std::vector<SeriesTerm> ParseSeriesTerms(std::string_view csv) {

@@ -4,8 +4,10 @@
 #pragma once
 
 #include <array>
+#include <iterator>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace velmar {
@@ -27,7 +29,10 @@ inline constexpr int kMaxSeriesPower = 6;
 // x^0 .. x^kMaxSeriesPower, and the derivatives of a power.
 struct SeriesPowers {
   double p[kMaxSeriesPower + 1];
-  explicit SeriesPowers(double x);
+  explicit SeriesPowers(double x) {
+    p[0] = 1.0;
+    for (int i = 1; i <= kMaxSeriesPower; ++i) p[i] = p[i - 1] * x;
+  }
   // The k-th derivative of x^e: e (e-1) .. (e-k+1) x^(e-k), 0 when k exceeds e.
   double Derivative(int e, int k) const;
 };
@@ -37,6 +42,25 @@ struct SeriesPowers {
 // calculation error state, for a result that is not finite.
 bool SumSeriesPolynomial(std::span<const SeriesTerm> terms, double& K, double J, double PD, double A, int Z,
                          DerivativeArray* d);
+
+// The end of a sum: K, and false with the text of a result that is not finite.
+bool FinishSeriesSum(double& K, double sum);
+
+// The same sum without derivatives for a table known when the program is compiled (the
+// B-series): the loop is unrolled, so every term's exponents are constants and its factors
+// x^0 = 1 drop out of the product (a product with 1 is exact). Each term keeps its
+// multiplications in their order, and the terms are added in the table's order.
+template <const auto& kTerms>
+bool SumSeriesPolynomial(double& K, double J, double PD, double A, int Z) {
+  const SeriesPowers pj(J), pp(PD), pa(A), pz(Z);
+  double sum = 0.0;
+  const auto addTerms = [&]<size_t... I>(std::index_sequence<I...>) {
+    ((sum += kTerms[I].c * pz.p[kTerms[I].v] * pj.p[kTerms[I].s] * pp.p[kTerms[I].t] * pa.p[kTerms[I].u]),
+     ...);
+  };
+  addTerms(std::make_index_sequence<std::size(kTerms)>{});
+  return FinishSeriesSum(K, sum);
+}
 
 // The terms of a series table as published in CSV: a header naming the columns C, s, t, u
 // and, where Z enters, v (0 when the column is absent), then one term per line. A malformed
