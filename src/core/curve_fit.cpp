@@ -87,8 +87,8 @@ double SplineEval(const std::vector<double>& x, const std::vector<double>& y, co
 
 }  // namespace
 
-bool CurveFitTable::Prepare(int method, int count, const std::vector<double>& xs, const std::vector<double>& ys,
-                            std::string& location, std::string& cause) {
+bool CurveFitTable::Prepare(int method, int count, const std::vector<double>& xs,
+                            const std::vector<double>& ys, std::string& location, std::string& cause) {
   method_ = method;
   n_ = std::max(0, std::min({count, static_cast<int>(xs.size()), static_cast<int>(ys.size())}));
   xs_.assign(xs.begin(), xs.begin() + n_);
