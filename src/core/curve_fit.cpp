@@ -1,5 +1,5 @@
-// Table lookup by straight lines or by a natural cubic spline. The spline is rebuilt on every
-// call (tables are short); beyond the table it continues with the slope of its end.
+// Table lookup by straight lines or by a natural cubic spline, set up once per table by
+// CurveFitTable; beyond the table the spline continues with the slope of its end.
 #include "core/curve_fit.h"
 
 #include <algorithm>
@@ -87,35 +87,40 @@ double SplineEval(const std::vector<double>& x, const std::vector<double>& y, co
 
 }  // namespace
 
-bool CurveFit(int method, double& y, int count, const std::vector<double>& xs, const std::vector<double>& ys,
-              double x, std::string& location, std::string& cause) {
-  const int n = std::min({count, static_cast<int>(xs.size()), static_cast<int>(ys.size())});
-  if (n < 1) {
-    y = 0.0;
-    return true;
-  }
-  if (n == 1) {
-    y = ys[0];
-    return true;
-  }
-  if (n == 2) {
-    y = Interpolate2Point(xs[0], ys[0], xs[1], ys[1], x);
-    return true;
-  }
-  std::vector<double> sx(xs.begin(), xs.begin() + n), sy(ys.begin(), ys.begin() + n);
-  SortPairs(n, sx, sy);
-  if (method != 1) {
-    y = LinearLookup(n, sx, sy, x);
-    return true;
-  }
-  std::vector<double> d;
-  if (!SplineSetUp(sx, sy, d)) {
-    y = 0.0;
+bool CurveFitTable::Prepare(int method, int count, const std::vector<double>& xs,
+                            const std::vector<double>& ys, std::string& location, std::string& cause) {
+  method_ = method;
+  n_ = std::max(0, std::min({count, static_cast<int>(xs.size()), static_cast<int>(ys.size())}));
+  xs_.assign(xs.begin(), xs.begin() + n_);
+  ys_.assign(ys.begin(), ys.begin() + n_);
+  d_.clear();
+  if (n_ < 3) return true;
+  SortPairs(n_, xs_, ys_);
+  if (method_ != 1) return true;
+  if (!SplineSetUp(xs_, ys_, d_)) {
     location = "Setting up cubic splines";
     cause = "Cubic spline coefs";
     return false;
   }
-  y = SplineEval(sx, sy, d, x);
+  return true;
+}
+
+double CurveFitTable::At(double x) const {
+  if (n_ < 1) return 0.0;
+  if (n_ == 1) return ys_[0];
+  if (n_ == 2) return Interpolate2Point(xs_[0], ys_[0], xs_[1], ys_[1], x);
+  if (method_ != 1) return LinearLookup(n_, xs_, ys_, x);
+  return SplineEval(xs_, ys_, d_, x);
+}
+
+bool CurveFit(int method, double& y, int count, const std::vector<double>& xs, const std::vector<double>& ys,
+              double x, std::string& location, std::string& cause) {
+  CurveFitTable table;
+  if (!table.Prepare(method, count, xs, ys, location, cause)) {
+    y = 0.0;
+    return false;
+  }
+  y = table.At(x);
   return true;
 }
 

@@ -19,4 +19,20 @@ double Interpolate2Point(double x1, double y1, double x2, double y2, double x);
 bool CurveFit(int method, double& y, int count, const std::vector<double>& xs, const std::vector<double>& ys,
               double x, std::string& location, std::string& cause);
 
+// The lookup of CurveFit prepared once for a table and then read at any x with the same
+// result, for tables read at many points (the engine curves during a run).
+class CurveFitTable {
+ public:
+  // Copies and sorts the table and sets up the spline, with the arguments of CurveFit. False,
+  // with `location`/`cause` set as CurveFit sets them, when the spline cannot be set up.
+  bool Prepare(int method, int count, const std::vector<double>& xs, const std::vector<double>& ys,
+               std::string& location, std::string& cause);
+  // y at x of a successfully prepared table.
+  double At(double x) const;
+
+ private:
+  int method_ = 0, n_ = 0;
+  std::vector<double> xs_, ys_, d_;  // the first n_ pairs (sorted from 3 on), spline d
+};
+
 }  // namespace velmar

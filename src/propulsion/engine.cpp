@@ -55,35 +55,42 @@ void ReadLists(const E& e, const Lookup& l, int xUnit, int yUnit, std::vector<do
   ys = l.net ? e.NetMaxPowerPowerLessParasiticArray(yUnit) : e.CurveArray(l.y, yUnit);
 }
 
-// Fits y at `arg` through the points of two lists, read in xUnit and yUnit, or taken from
-// `lists` when they were read there before.
+// Prepares the fit of a lookup on its two lists, read in xUnit and yUnit. False when the
+// spline cannot be set up.
+bool PrepareFit(const E& e, const Lookup& l, int xUnit, int yUnit, CurveFitTable& fit) {
+  std::vector<double> xs, ys;
+  ReadLists(e, l, xUnit, yUnit, xs, ys);
+  std::string location, cause;
+  return fit.Prepare(l.method, static_cast<int>(xs.size()), xs, ys, location, cause);
+}
+
+// Fits y at `arg` through the points of two lists, read in xUnit and yUnit, or by the fit
+// `lists` prepared from them before.
 double Evaluate(const E& e, const Lookup& l, double arg, int xUnit, int yUnit, EngineCurveLists* lists) {
   if (!(arg > 0.0)) return 0.0;
   try {
-    std::vector<double> ownX, ownY;
-    const std::vector<double>* xs = &ownX;
-    const std::vector<double>* ys = &ownY;
+    CurveFitTable ownFit;
+    const CurveFitTable* fit = &ownFit;
+    bool prepared = false;
     if (lists) {
       auto it = std::find_if(lists->entries.begin(), lists->entries.end(), [&](const auto& entry) {
         return entry.lookup == &l && entry.xUnit == xUnit && entry.yUnit == yUnit;
       });
       if (it == lists->entries.end()) {
-        EngineCurveLists::Entry entry{&l, xUnit, yUnit, {}, {}};
-        ReadLists(e, l, xUnit, yUnit, entry.xs, entry.ys);
+        EngineCurveLists::Entry entry{&l, xUnit, yUnit, {}, false};
+        entry.prepared = PrepareFit(e, l, xUnit, yUnit, entry.fit);
         it = lists->entries.insert(it, std::move(entry));
       }
-      xs = &it->xs;
-      ys = &it->ys;
+      fit = &it->fit;
+      prepared = it->prepared;
     } else {
-      ReadLists(e, l, xUnit, yUnit, ownX, ownY);
+      prepared = PrepareFit(e, l, xUnit, yUnit, ownFit);
     }
-    double y = 0.0;
-    std::string location, cause;
-    if (!CurveFit(l.method, y, static_cast<int>(xs->size()), *xs, *ys, arg, location, cause)) {
+    if (!prepared) {
       AddCalcError(l.failure);
       return 0.0;
     }
-    return y;
+    return fit->At(arg);
   } catch (const std::exception&) {
     AddCalcError(l.failure);
     return 0.0;

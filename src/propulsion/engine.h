@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "core/curve_fit.h"
 #include "core/data_class.h"
 
 namespace velmar {
@@ -27,15 +28,16 @@ inline constexpr int kEngineCurvePoints = 10;
   C(DefinedLoadPower, Qty, Power, DefinedLoad, "Power")    \
   C(DefinedLoadFuelRate, Qty, FuelRate, DefinedLoad, "FuelRate")
 
-// The point lists that the curve lookups of one prediction read, kept from the first lookup of
-// each kind (curves and units) for the later ones: the fuel-rate prediction looks the same
+// The fits that the curve lookups of one prediction use, prepared at the first lookup of each
+// kind (curves and units) for the later ones: the fuel-rate prediction looks the same
 // curves up at every speed. Valid only while the engine's points, counts and units stay as
 // they are.
 struct EngineCurveLists {
   struct Entry {
     const void* lookup;
     int xUnit, yUnit;
-    std::vector<double> xs, ys;
+    CurveFitTable fit;  // of the lists read in xUnit and yUnit
+    bool prepared;      // false when the fit could not be set up
   };
   std::vector<Entry> entries;
 };
