@@ -180,7 +180,7 @@ constexpr Command kCommands[] = {
     {"check", "Rate the prediction methods for the project's vessel at its design speed, with their rows",
      DefineCheck},
     {"expert", "The Method Expert: one family's methods ranked for the vessel", DefineExpert},
-    {"report", "Write a report of a project as PDF, HTML, CSV or plain text", DefineReport},
+    {"report", "Write a report of a project as PDF, HTML, CSV, RTF or plain text", DefineReport},
     {"units", "List the unit families with their units, factors and default formats", DefineUnits},
     {"convert", "Convert a value between two units of a family", DefineConvert},
     {"water", "Density and viscosity of standard water", DefineWater},

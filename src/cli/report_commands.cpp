@@ -1,4 +1,4 @@
-// velmar-cli report: a report of a project as PDF, HTML, CSV or plain text, chosen by the
+// velmar-cli report: a report of a project as PDF, HTML, CSV, RTF or plain text, chosen by the
 // extension of the output file. Calculate runs first, as the window program's report
 // commands find the results current, unless --no-calc keeps the stored results.
 #include <CLI/CLI.hpp>
