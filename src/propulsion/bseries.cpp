@@ -120,6 +120,14 @@ bool CalcKQBSeries(double& KQ, double J, double PD, double EAR, int Z, Derivativ
   return d ? SumSeriesPolynomial(kKQ, KQ, J, PD, EAR, Z, d) : SumSeriesPolynomial<kKQ>(KQ, J, PD, EAR, Z);
 }
 
+double BSeriesKTSum(double J, double PD, double EAR, int Z, DerivativeArray* d) {
+  return d ? SeriesPolynomialSum(kKT, J, PD, EAR, Z, d) : SeriesPolynomialSum<kKT>(J, PD, EAR, Z);
+}
+
+double BSeriesKQSum(double J, double PD, double EAR, int Z, DerivativeArray* d) {
+  return d ? SeriesPolynomialSum(kKQ, J, PD, EAR, Z, d) : SeriesPolynomialSum<kKQ>(J, PD, EAR, Z);
+}
+
 // Holtrop & Mennen (1982) "An approximate power prediction method", Int. Shipbuilding Progress
 // 29, applying the propeller scale effect of the ITTC (1978) Performance Prediction Method to
 // B-series charts with a model-scale section drag frozen at 0.003605:

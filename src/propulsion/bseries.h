@@ -10,6 +10,9 @@ namespace velmar {
 // is overwritten with the derivatives. False (with a text) only for a non-finite result.
 bool CalcKTBSeries(double& KT, double J, double PD, double EAR, int Z, DerivativeArray* d = nullptr);
 bool CalcKQBSeries(double& KQ, double J, double PD, double EAR, int Z, DerivativeArray* d = nullptr);
+// The same sums, bare: they may not be finite, and nothing is reported.
+double BSeriesKTSum(double J, double PD, double EAR, int Z, DerivativeArray* d = nullptr);
+double BSeriesKQSum(double J, double PD, double EAR, int Z, DerivativeArray* d = nullptr);
 
 // The section-drag correction from the B-series charts to a full-scale propeller.
 struct BSeriesScaleCorrection {

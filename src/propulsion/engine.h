@@ -40,6 +40,9 @@ struct EngineCurveLists {
     bool prepared;      // false when the fit could not be set up
   };
   std::vector<Entry> entries;
+  // The engine check has passed without a box or a question: with the engine unchanged it
+  // would pass so again.
+  bool checked = false;
 };
 
 class clsVXEngine : public DataClass {

@@ -43,7 +43,7 @@ Curve List(Curve rpmList, int k) { return static_cast<Curve>(static_cast<int>(rp
 // is not above 0 or whose RPM is exactly 0 are dropped: the good ones are copied in order to
 // work arrays of a full curve's length, which then replace the three lists (zeros past the
 // new count), and the count is stored. False on No.
-bool CheckCurvePoints(clsVXEngine& engine, Curve rpmList, const char* question) {
+bool CheckCurvePoints(clsVXEngine& engine, Curve rpmList, const char* question, bool& asked) {
   const int n = engine.CurveCount(rpmList);
   bool bad = false;
   for (int i = 0; i < n; ++i) {
@@ -51,6 +51,7 @@ bool CheckCurvePoints(clsVXEngine& engine, Curve rpmList, const char* question) 
     if (!(rpm > 0.0) || !(power > 0.0) || engine.CurveValue(List(rpmList, 2), i) < 0.0) bad = true;
   }
   if (!bad) return true;
+  asked = true;
   if (Hooks().Ask(kCheckTitle, question, false, Answer::Yes) != Answer::Yes) return false;
 
   std::array<std::array<double, kEngineCurvePoints>, 3> work{};
@@ -68,7 +69,10 @@ bool CheckCurvePoints(clsVXEngine& engine, Curve rpmList, const char* question) 
 
 }  // namespace
 
-bool CheckEngineData(clsVXEngine& engine) {
+namespace {
+
+// `asked`: a curve had bad points, so the check asked about them.
+bool CheckEngine(clsVXEngine& engine, bool& asked) {
   if (engine.Description().empty()) engine.Description("Untitled Engine Object");
   bool ok = true;
   auto fail = [&ok](const char* text) {
@@ -81,12 +85,19 @@ bool CheckEngineData(clsVXEngine& engine) {
     if (!(engine.MaxPowerCount() > 1)) fail(kShortMaxPower);
     const int loadCount = engine.DefinedLoadCount();
     if (loadCount > 0 && !(loadCount > 1)) fail(kShortDefinedLoad);
-    if (!CheckCurvePoints(engine, Curve::MaxPowerRPM, kBadMaxPowerPoints)) ok = false;
-    if (!CheckCurvePoints(engine, Curve::DefinedLoadRPM, kBadDefinedLoadPoints)) ok = false;
+    if (!CheckCurvePoints(engine, Curve::MaxPowerRPM, kBadMaxPowerPoints, asked)) ok = false;
+    if (!CheckCurvePoints(engine, Curve::DefinedLoadRPM, kBadDefinedLoadPoints, asked)) ok = false;
   } catch (const std::exception&) {
     return false;
   }
   return ok;
+}
+
+}  // namespace
+
+bool CheckEngineData(clsVXEngine& engine) {
+  bool asked = false;
+  return CheckEngine(engine, asked);
 }
 
 // Two ways to the rate. With no defined-load curve (at most two points) the specific
@@ -98,9 +109,14 @@ bool CalcEngineFuelRate(double& rate, clsVXEngine& engine, double rpm, double po
                         int powerIndex, int analysisTypeMethod, EngineCurveLists* lists) {
   SetCalcLocation("Calculating engine fuel consumption");
   try {
-    if (!CheckEngineData(engine)) {
-      AddCalcError("Engine data is not fully defined");
-      return false;
+    // A check that passed cleanly is not repeated within the run: the engine has not changed.
+    if (!(lists && lists->checked)) {
+      bool asked = false;
+      if (!CheckEngine(engine, asked)) {
+        AddCalcError("Engine data is not fully defined");
+        return false;
+      }
+      if (lists && !asked) lists->checked = true;
     }
 
     if (!(engine.DefinedLoadCount() > 2)) {

@@ -110,9 +110,19 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
 
   // 4.-6. Coefficients with the cup, efficiencies.
   const double n = rpm / 60.0;
+  // With the run's inputs the plain evaluation stands in for the full one where it applies: the
+  // error stacks of the water, propulsion and propeller were checked after their reads above.
   double KT = 0.0, KQ = 0.0, sigmaAvg = 0.0, tauAvg = 0.0, sigmaPeak = 0.0, tauPeak = 0.0;
-  if (CalcPropulsorKTKQ(KT, KQ, water, propulsion, propeller, propellerSeries, n, va, D, EAR, 1, meanPitch,
-                        sigmaAvg, tauAvg, sigmaPeak, tauPeak, nullptr, nullptr, inputs) == 0 ||
+  QuickSeriesResult quick;
+  const bool quickWithCup =
+      inputs && QuickSeriesKTKQ(*inputs, n, va, D, EAR, 1, meanPitch, kQuickKQ, quick, nullptr, nullptr, true);
+  if (quickWithCup) {
+    KT = quick.KT;
+    KQ = quick.KQ;
+  }
+  if ((!quickWithCup &&
+       CalcPropulsorKTKQ(KT, KQ, water, propulsion, propeller, propellerSeries, n, va, D, EAR, 1, meanPitch,
+                         sigmaAvg, tauAvg, sigmaPeak, tauPeak, nullptr, nullptr, inputs) == 0) ||
       !(KQ > 0.0)) {
     AddCalcError("propulsor KTKQ calculation");
     return false;
@@ -166,9 +176,17 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
   // 10. Coefficients without the cup, and the cavitation numbers of the mean and peak blade.
   sp.PropellerBreakdownCheck(row, 0);
   double KTc = 0.0, KQc = 0.0;
-  const int result =
-      CalcPropulsorKTKQ(KTc, KQc, water, propulsion, propeller, propellerSeries, n, va, D, EAR, 0, meanPitch,
-                        sigmaAvg, tauAvg, sigmaPeak, tauPeak, nullptr, nullptr, inputs);
+  int result = 1;
+  if (inputs && QuickSeriesKTKQ(*inputs, n, va, D, EAR, 0, meanPitch, kQuickKQ | kQuickCavitation, quick,
+                                nullptr, nullptr, true)) {
+    KTc = quick.KT;
+    KQc = quick.KQ;
+    sigmaAvg = sigmaPeak = quick.sigma;
+    tauAvg = tauPeak = quick.tau;
+  } else {
+    result = CalcPropulsorKTKQ(KTc, KQc, water, propulsion, propeller, propellerSeries, n, va, D, EAR, 0,
+                               meanPitch, sigmaAvg, tauAvg, sigmaPeak, tauPeak, nullptr, nullptr, inputs);
+  }
   if (result == 0) {
     AddCalcError("KTKQ calculation");
     return false;

@@ -20,6 +20,7 @@ namespace velmar {
 namespace {
 
 constexpr int kBSeries = 0;
+constexpr const char* kAxialLocation = "propeller series axial performance calculation";
 constexpr int kCRP = 2;  // PropellerType of a contra-rotating pair
 constexpr int kWaterjet = 3;
 
@@ -186,6 +187,79 @@ struct BladeSum {
 
 }  // namespace
 
+// The steps of CalcPropellerSeriesAxial for the one case it takes, in the same order; every
+// step that could fail or report leaves the work to the full evaluation.
+bool QuickSeriesKTKQ(const SeriesModelInputs& in, double n, double Va, double D, double EAR, int cupFlag,
+                     double pitch, int needs, QuickSeriesResult& r, DerivativeArray* ktArray,
+                     DerivativeArray* kqArray, bool settle) {
+  if (!in.read || in.calcType != 0 || in.seriesId != kBSeries || in.type == kCRP) return false;
+  if (in.oblique != 0 && !(in.theta == 0.0 && in.beta == 0.0)) return false;
+  if (!(n > 0.0) || D == 0.0 || EAR == 0.0 || pitch == 0.0) return false;
+  if (!(Va > 0.0)) Va = 1e-06;
+  const double nD = n * D;
+  if (nD == 0.0) return false;
+  const double J = Va / nD, PD = pitch / D;
+  const int Z = in.Z;
+  double ktMult = in.ktMult, kqMult = in.kqMult;
+  if (!(ktMult > 0.0)) ktMult = 1.0;
+  if (!(kqMult > 0.0)) kqMult = 1.0;
+  const double F = 1.0;  // not a contra-rotating pair
+  const bool cup = in.cup > 0.0 && cupFlag == 1 && pitch > 0.0;
+  // KQ is left out only where it is surely finite (every power and product far from overflow),
+  // so that the full evaluation would not have failed on it.
+  const bool withKQ = (needs & kQuickKQ) || kqArray || cup;
+  if (!withKQ && !(std::fabs(J) <= 1e6 && std::fabs(PD) <= 1e6 && std::fabs(EAR) <= 1e6 && Z >= -100 &&
+                   Z <= 100 && kqMult <= 1e100))
+    return false;
+
+  double KT = BSeriesKTSum(J, PD, EAR, Z, ktArray);
+  if (!std::isfinite(KT)) return false;
+  double KQ = 0.0;
+  if (withKQ) {
+    KQ = BSeriesKQSum(J, PD, EAR, Z, kqArray);
+    if (!std::isfinite(KQ)) return false;
+  }
+  KT = ktMult * KT * F;
+  KQ = kqMult * KQ * F;
+
+  if (in.scaleCorrection != 0) {
+    if (in.scaleCorrection != kScalePartITTC) return false;
+    BSeriesScaleCorrection c;
+    SeriesModelInputs::ScaleCorrectionOf& kept = in.scale;
+    if (kept.valid && Same(kept.PD, PD) && Same(kept.EAR, EAR) && Same(kept.D, D)) {
+      c = kept.c;
+    } else {
+      if (!CalcBSeriesScaleCorrection(c, PD, EAR, Z, D * 0.3048, in.tc, in.roughnessMM * 1e-3)) return false;
+      kept = {true, PD, EAR, D, c};
+    }
+    if (!withKQ && !(std::fabs(c.dKQ) <= 1e100)) return false;
+    KT -= c.dKT;
+    KQ -= c.dKQ;
+  }
+
+  if (needs & kQuickCavitation) {
+    const double KTN = 0.0;
+    r.sigma = CalcSigma07R(in.rho, Va, n, D, in.H);
+    r.tau = CalcTau07R(KT - KTN, Va, n, Z, EAR, D, pitch);
+  }
+
+  if (cup) {
+    const double cuppedPD = (21.0 * in.cup + pitch) * PD / pitch;
+    const double kt0 = BSeriesKTSum(J, PD, EAR, Z), kt1 = BSeriesKTSum(J, cuppedPD, EAR, Z);
+    const double kq0 = BSeriesKQSum(J, PD, EAR, Z), kq1 = BSeriesKQSum(J, cuppedPD, EAR, Z);
+    if (!std::isfinite(kt0) || !std::isfinite(kt1) || !std::isfinite(kq0) || !std::isfinite(kq1)) return false;
+    KT += (kt1 - kt0) * ktMult * F;
+    KQ += (kq1 - kq0) * kqMult * F;
+  }
+  Scale(ktArray, ktMult * F);
+  Scale(kqArray, kqMult * F);
+  if (!std::isfinite(KT) || !std::isfinite(KQ)) return false;
+  r.KT = KT;
+  r.KQ = KQ;
+  if (settle) SetCalcLocation(kAxialLocation);
+  return true;
+}
+
 void ReadSeriesModelInputs(SeriesModelInputs& in, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& series) {
   in.rho = water.Density(kSlugPerFt3);
@@ -214,7 +288,7 @@ int CalcPropellerSeriesAxial(double& KT, double& KQ, clsVXWaterProperties& water
                              double EAR, int cupFlag, double pitch, double& sigma, double& sigmaV,
                              double& tau, DerivativeArray* ktArray, DerivativeArray* kqArray, double J,
                              double PD, const SeriesModelInputs* in) {
-  SetCalcLocation("propeller series axial performance calculation");
+  SetCalcLocation(kAxialLocation);
   return Guarded([&]() -> int {
     // 1. A waterjet has no open-water coefficients; nothing is computed.
     if (calcType == kWaterjet) return 1;

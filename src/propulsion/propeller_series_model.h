@@ -38,6 +38,25 @@ struct SeriesModelInputs {
 void ReadSeriesModelInputs(SeriesModelInputs& in, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& series);
 
+// What a plain evaluation (QuickSeriesKTKQ) computes besides KT: KQ, and the cavitation number
+// and thrust loading at 0.7 R.
+inline constexpr int kQuickKQ = 1, kQuickCavitation = 2;
+struct QuickSeriesResult {
+  double KT = 0.0, KQ = 0.0, sigma = 0.0, tau = 0.0;
+};
+
+// The evaluation CalcPropulsorKTKQ makes with `in` of a B-series propeller in axial inflow,
+// without its reads, checks and calculation locations, and only of what `needs` asks for. It
+// gives the same numbers, bit for bit. False, with nothing reported or changed, where the case
+// is not that plain one or the evaluation would fail: the caller then makes the full
+// evaluation, which reports as it always has. The caller answers for the error stacks of
+// the water, propulsion and propeller being empty (no read of them since they were last
+// checked); `settle` leaves the calculation error state as a successful full evaluation
+// does, which the caller may skip when nothing has changed it since the last one.
+bool QuickSeriesKTKQ(const SeriesModelInputs& in, double n, double Va, double D, double EAR, int cupFlag,
+                     double pitch, int needs, QuickSeriesResult& r, DerivativeArray* ktArray = nullptr,
+                     DerivativeArray* kqArray = nullptr, bool settle = false);
+
 // Open-water KT and KQ in axial inflow. `calcType` is the PropulsorCalcType. A D, EAR or
 // pitch of 0 takes the propeller's own; J and PD of -1 are derived from Va, n, D and the pitch.
 // Also gives the cavitation number at 0.7 R, the one on the advance speed and Burrill's thrust

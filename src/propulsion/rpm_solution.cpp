@@ -47,15 +47,36 @@ class ThrustAt {
         thrust = k.thrust;
         return true;
       }
-    double KT = 0.0, KQ = 0.0, sa = 0.0, ta = 0.0, sp = 0.0, tp = 0.0;
-    if (CalcPropulsorKTKQ(KT, KQ, water_, propulsion_, propeller_, series_, n, va_, D_, EAR_, 1, pitch_, sa,
-                          ta, sp, tp, nullptr, nullptr, inputs_->read ? inputs_ : nullptr) == 0) {
+    double KT = 0.0, KQ = 0.0;
+    if (!Coefficients(n, KT, KQ, 0)) {
       AddCalcError("KTKQ calculation");
       return false;
     }
     thrust = KT * rho_ * n * n * D_ * D_ * D_ * D_;
     known_[next_] = {true, n, thrust};
     next_ = (next_ + 1) % known_.size();
+    return true;
+  }
+
+  // KT and, with kQuickKQ in `needs`, KQ at rate n; false when the propeller model failed
+  // (its texts stand on the calculation error state). Once an evaluation with the run's
+  // inputs has succeeded, the calculation error state and the error stacks of the water,
+  // propulsion and propeller stay as it left them (nothing between the evaluations of the
+  // solution reads those objects or reports), so the later ones take the plain evaluation
+  // where it applies and leave them untouched.
+  bool Coefficients(double n, double& KT, double& KQ, int needs) {
+    QuickSeriesResult q;
+    if (settled_ && QuickSeriesKTKQ(*inputs_, n, va_, D_, EAR_, 1, pitch_, needs, q)) {
+      KT = q.KT;
+      KQ = q.KQ;
+      return true;
+    }
+    double sa = 0.0, ta = 0.0, sp = 0.0, tp = 0.0;
+    const bool withInputs = inputs_->read;
+    if (CalcPropulsorKTKQ(KT, KQ, water_, propulsion_, propeller_, series_, n, va_, D_, EAR_, 1, pitch_, sa,
+                          ta, sp, tp, nullptr, nullptr, withInputs ? inputs_ : nullptr) == 0)
+      return false;
+    settled_ = withInputs;
     return true;
   }
 
@@ -72,6 +93,7 @@ class ThrustAt {
   const SeriesModelInputs* inputs_;
   std::array<Known, 4> known_{};
   size_t next_ = 0;
+  bool settled_ = false;
 };
 
 // The torque of the propeller at rate n (1/s) with its pitch, for the defined-load step.
@@ -228,10 +250,8 @@ int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& wate
   for (;;) {
     J -= 0.01;
     n = advanceSpeed / (J * D);
-    double KT = 0.0, KQ = 0.0, sa = 0.0, ta = 0.0, sp = 0.0, tp = 0.0;
-    if (CalcPropulsorKTKQ(KT, KQ, water, propulsion, propeller, propellerSeries, n, advanceSpeed, D, EAR, 1,
-                          meanPitch, sa, ta, sp, tp, nullptr, nullptr,
-                          inputs.read ? &inputs : nullptr) == 0) {
+    double KT = 0.0, KQ = 0.0;
+    if (!thrustAt.Coefficients(n, KT, KQ, kQuickKQ)) {
       AddCalcError("KTKQ calculation");
       return kRPMFailed;
     }

@@ -41,12 +41,17 @@ bool FinishSeriesSum(double& K, double sum) {
 // of those with the P/D factor are shared between the entries that have them in common.
 bool SumSeriesPolynomial(std::span<const SeriesTerm> terms, double& K, double J, double PD, double A, int Z,
                          DerivativeArray* d) {
+  return FinishSeriesSum(K, SeriesPolynomialSum(terms, J, PD, A, Z, d));
+}
+
+double SeriesPolynomialSum(std::span<const SeriesTerm> terms, double J, double PD, double A, int Z,
+                           DerivativeArray* d) {
   const SeriesPowers pz(Z);
   double sum = 0.0;
   if (!d) {
     const SeriesPowers pj(J), pp(PD), pa(A);
     for (const SeriesTerm& a : terms) sum += a.c * pz.p[a.v] * pj.p[a.s] * pp.p[a.t] * pa.p[a.u];
-    return FinishSeriesSum(K, sum);
+    return sum;
   }
   const SeriesDerivatives dj(J), dp(PD), da(A);
   DerivativeArray& k = *d;
@@ -70,7 +75,7 @@ bool SumSeriesPolynomial(std::span<const SeriesTerm> terms, double& K, double J,
     k[7] += c10 * e[1];  // d2/dJdEAR
     k[8] += c01 * e[1];  // d2/dPDdEAR
   }
-  return FinishSeriesSum(K, sum);
+  return sum;
 }
 
 std::vector<SeriesTerm> ParseSeriesTerms(std::string_view csv) {

@@ -42,6 +42,9 @@ struct SeriesPowers {
 // calculation error state, for a result that is not finite.
 bool SumSeriesPolynomial(std::span<const SeriesTerm> terms, double& K, double J, double PD, double A, int Z,
                          DerivativeArray* d);
+// The same sum, bare: it may not be finite, and nothing is reported.
+double SeriesPolynomialSum(std::span<const SeriesTerm> terms, double J, double PD, double A, int Z,
+                           DerivativeArray* d);
 
 // The end of a sum: K, and false with the text of a result that is not finite.
 bool FinishSeriesSum(double& K, double sum);
@@ -50,8 +53,9 @@ bool FinishSeriesSum(double& K, double sum);
 // B-series): the loop is unrolled, so every term's exponents are constants and its factors
 // x^0 = 1 drop out of the product (a product with 1 is exact). Each term keeps its
 // multiplications in their order, and the terms are added in the table's order.
+// SeriesPolynomialSum gives the bare sum, which may not be finite.
 template <const auto& kTerms>
-bool SumSeriesPolynomial(double& K, double J, double PD, double A, int Z) {
+double SeriesPolynomialSum(double J, double PD, double A, int Z) {
   const SeriesPowers pj(J), pp(PD), pa(A), pz(Z);
   double sum = 0.0;
   const auto addTerms = [&]<size_t... I>(std::index_sequence<I...>) {
@@ -59,7 +63,11 @@ bool SumSeriesPolynomial(double& K, double J, double PD, double A, int Z) {
      ...);
   };
   addTerms(std::make_index_sequence<std::size(kTerms)>{});
-  return FinishSeriesSum(K, sum);
+  return sum;
+}
+template <const auto& kTerms>
+bool SumSeriesPolynomial(double& K, double J, double PD, double A, int Z) {
+  return FinishSeriesSum(K, SeriesPolynomialSum<kTerms>(J, PD, A, Z));
 }
 
 // The terms of a series table as published in CSV: a header naming the columns C, s, t, u
