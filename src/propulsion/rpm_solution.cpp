@@ -59,14 +59,17 @@ class ThrustAt {
   }
 
   // KT and, with kQuickKQ in `needs`, KQ at rate n; false when the propeller model failed
-  // (its texts stand on the calculation error state). Once an evaluation with the run's
-  // inputs has succeeded, the calculation error state and the error stacks of the water,
-  // propulsion and propeller stay as it left them (nothing between the evaluations of the
-  // solution reads those objects or reports), so the later ones take the plain evaluation
-  // where it applies and leave them untouched.
+  // (its texts stand on the calculation error state). With the run's inputs read, the plain
+  // evaluation stands in for the full one where it applies: the error stacks of the water,
+  // propulsion and propeller are empty (checked after the reads of the solution; the fields
+  // the inputs hold were read without fault by the evaluation before they were read). Once an
+  // evaluation has succeeded, the calculation error state stays as it left it (nothing between
+  // the evaluations of the solution reports), so the later ones leave it untouched.
   bool Coefficients(double n, double& KT, double& KQ, int needs) {
     QuickSeriesResult q;
-    if (settled_ && QuickSeriesKTKQ(*inputs_, n, va_, D_, EAR_, 1, pitch_, needs, q)) {
+    if (inputs_->read && QuickSeriesKTKQ(*inputs_, n, va_, D_, EAR_, 1, pitch_, needs, q, nullptr, nullptr,
+                                         !settled_)) {
+      settled_ = true;
       KT = q.KT;
       KQ = q.KQ;
       return true;
@@ -118,7 +121,7 @@ bool TorqueAt(clsVXWaterProperties& water, clsVXPropulsion& propulsion, clsVXPro
 int ControllablePitch(double& rpm, double thrust, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                       clsVXPropeller& propeller, clsVXPropellerSeries& series, double va, double etaR,
                       double& meanPitch, clsVXEngine& engine, double D, double pitchMean, double EAR,
-                      double rho) {
+                      double rho, SeriesModelInputs* inputs) {
   if (!(etaR > 0.0)) {
     AddCalcError("Relative-rotative efficiency");
     return kRPMFailed;
@@ -136,6 +139,7 @@ int ControllablePitch(double& rpm, double thrust, clsVXWaterProperties& water, c
   }
   SizingProblem q{.DMax = D, .V = va, .etaR = etaR, .T = thrust, .P = 0.0, .Mode = kSizeByThrust};
   q.PitchFlag = 1;
+  q.inputs = inputs;
   SizingPoint point{0.0, D, meanPitch > 0.0 ? meanPitch : pitchMean, EAR, 0.0};
   // A failed sizing has put "propeller sizing" under its cause already.
   auto size = [&](int rateFlag) {
@@ -221,7 +225,7 @@ int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& wate
   // 4. A controllable-pitch propeller is solved for pitch.
   if (propeller.PropellerType() == 1)
     return ControllablePitch(rpm, thrust, water, propulsion, propeller, propellerSeries, advanceSpeed, etaR,
-                             meanPitch, engine, D, pitchMean, EAR, rho);
+                             meanPitch, engine, D, pitchMean, EAR, rho, runInputs);
   // A drag or wake that is not a number would keep the searches below from ending.
   if (!std::isfinite(thrust) || !std::isfinite(advanceSpeed)) {
     AddCalcError("Required thrust");

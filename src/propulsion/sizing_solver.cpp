@@ -54,23 +54,27 @@ struct ModelPoint {
 class Model {
  public:
   Model(clsVXWaterProperties& water, clsVXPropulsion& propulsion, clsVXPropeller& propeller,
-        clsVXPropellerSeries& series, double V, bool cup)
-      : water_(water), propulsion_(propulsion), propeller_(propeller), series_(series), V_(V), cup_(cup) {}
+        clsVXPropellerSeries& series, double V, bool cup, SeriesModelInputs* inputs)
+      : water_(water),
+        propulsion_(propulsion),
+        propeller_(propeller),
+        series_(series),
+        V_(V),
+        cup_(cup),
+        inputs_(inputs) {}
 
   // KT and KQ with the cup and the derivative arrays; without the cup for the cavitation
   // criteria when the propeller has one.
   bool At(double n, double D, double EAR, double pitch, ModelPoint& p) {
-    double sa = 0.0, ta = 0.0, sp = 0.0, tp = 0.0;
-    p.result = CalcPropulsorKTKQ(p.KT, p.KQ, water_, propulsion_, propeller_, series_, n, V_, D, EAR, 1,
-                                 pitch, sa, ta, sp, tp, &p.kt, &p.kq);
+    double sa = 0.0, ta = 0.0;
+    p.result = Evaluate(n, D, EAR, 1, pitch, p.KT, p.KQ, sa, ta, &p.kt, &p.kq);
     if (p.result == 0) return false;
     p.KTc = p.KT;
     p.KQc = p.KQ;
     p.tau = ta;
     p.sigma = sa;
     if (cup_) {
-      const int r = CalcPropulsorKTKQ(p.KTc, p.KQc, water_, propulsion_, propeller_, series_, n, V_, D, EAR,
-                                      0, pitch, sa, ta, sp, tp);
+      const int r = Evaluate(n, D, EAR, 0, pitch, p.KTc, p.KQc, sa, ta, nullptr, nullptr);
       if (r == 0) return false;
       if (r == 6) p.result = 6;
       p.tau = ta;
@@ -81,21 +85,43 @@ class Model {
 
   // Open-water efficiency at a point, without the derivatives.
   bool Eta(double n, double D, double EAR, double pitch, double& eta) {
-    double KT = 0.0, KQ = 0.0, sa = 0.0, ta = 0.0, sp = 0.0, tp = 0.0;
-    if (CalcPropulsorKTKQ(KT, KQ, water_, propulsion_, propeller_, series_, n, V_, D, EAR, 1, pitch, sa, ta,
-                          sp, tp) == 0)
-      return false;
+    double KT = 0.0, KQ = 0.0, sa = 0.0, ta = 0.0;
+    if (Evaluate(n, D, EAR, 1, pitch, KT, KQ, sa, ta, nullptr, nullptr) == 0) return false;
     eta = V_ / (n * D) * KT / (2.0 * Pi * KQ);
     return true;
   }
 
  private:
+  // CalcPropulsorKTKQ, or with the run's inputs its plain evaluation where that applies. Within
+  // the solver nothing reads the water, propulsion or propeller after their check, so their
+  // error stacks stay empty; the calculation location is set as the full evaluation leaves it.
+  int Evaluate(double n, double D, double EAR, int cupFlag, double pitch, double& KT, double& KQ, double& sa,
+               double& ta, DerivativeArray* kt, DerivativeArray* kq) {
+    const bool withInputs = inputs_ && inputs_->read;
+    QuickSeriesResult q;
+    if (withInputs &&
+        QuickSeriesKTKQ(*inputs_, n, V_, D, EAR, cupFlag, pitch, kQuickKQ | kQuickCavitation, q, kt, kq, true)) {
+      KT = q.KT;
+      KQ = q.KQ;
+      sa = q.sigma;
+      ta = q.tau;
+      return 1;
+    }
+    double sp = 0.0, tp = 0.0;
+    const int r = CalcPropulsorKTKQ(KT, KQ, water_, propulsion_, propeller_, series_, n, V_, D, EAR, cupFlag,
+                                    pitch, sa, ta, sp, tp, kt, kq, withInputs ? inputs_ : nullptr);
+    if (r != 0 && inputs_ && !withInputs)
+      ReadSeriesModelInputs(*inputs_, water_, propulsion_, propeller_, series_);
+    return r;
+  }
+
   clsVXWaterProperties& water_;
   clsVXPropulsion& propulsion_;
   clsVXPropeller& propeller_;
   clsVXPropellerSeries& series_;
   double V_;
   bool cup_;
+  SeriesModelInputs* inputs_;
 };
 
 // A new value outside [lo, hi] has its step cut to half the distance to the bound it
@@ -279,7 +305,7 @@ int OptimumPropeller(clsVXWaterProperties& water, clsVXPropulsion& propulsion, c
   if (!limits) return Fail("Propeller series limits");
 
   s.stop = SizingStop::kModel;
-  Model model(water, propulsion, propeller, propellerSeries, q.V, cup > 0.0);
+  Model model(water, propulsion, propeller, propellerSeries, q.V, cup > 0.0, q.inputs);
   const double V = q.V;
 
   // 4. Bounds; a sized blade area starts in the middle of the series' range.

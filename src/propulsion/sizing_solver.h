@@ -17,6 +17,8 @@
 
 namespace velmar {
 
+struct SeriesModelInputs;  // propulsion/propeller_series_model.h
+
 // What the design point fixes (the Mode of the solver; PropellerSizingIdentity 1 to 3).
 inline constexpr int kSizeByPower = 1;
 inline constexpr int kSizeByThrust = 2;
@@ -33,6 +35,9 @@ struct SizingProblem {
   int RateFlag = 0, DiameterFlag = 0, PitchFlag = 0, EARFlag = 0;
   // Newton passes allowed at each tolerance before it is relaxed (1e-4, 1e-3, 1e-2).
   int maxPasses = 20;
+  // When given, the series model's inputs of a prediction run: read after the first
+  // evaluation that succeeds if they are not yet, then used by every later one.
+  SeriesModelInputs* inputs = nullptr;
 };
 
 // The propeller: the starting values going in (kept quantities as given), the solution
