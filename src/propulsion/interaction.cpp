@@ -99,12 +99,13 @@ bool PredictPropulsionInteractionCoefs(clsVXWaterProperties& water, clsVXHull& h
     double w = 0.0, t = 0.0, etaR = 0.0, referenceLength = 0.0;
     int speedCheck = 0;
     PropulsionInteractionRun run;
+    const double lengthRoot = std::sqrt(g * L), volumeRoot = std::sqrt(g * std::pow(vol, 1.0 / 3.0));
     for (int i = 0; i < sp.count(); ++i) {
       // 3. The similarity numbers, written whatever the interaction setting.
       sp.SpeedIndex(i);
       const double V = sp.Speed(i, kFtPerSec);
-      const double Fn = V / std::sqrt(g * L);
-      const double Fv = V / std::sqrt(g * std::pow(vol, 1.0 / 3.0));
+      const double Fn = V / lengthRoot;
+      const double Fv = V / volumeRoot;
       const double Rn = V * L / nu;
       if (PassErrors(sp)) return false;
       if (!AllFinite({Fn, Fv, Rn})) return Fail("Division by zero");
@@ -156,21 +157,32 @@ bool PredictPropulsionInteraction(double& w, double& t, double& etaR, double& re
   SetCalcLocation("Propulsion interaction prediction");
   (void)ittc78;  // none of the methods in use reads the expansion settings
   try {
-    // 1.
-    water.Density(kSlugPerFt3);
-    const double nu = water.Viscosity(kFt2PerSec);
+    // 1. Read at the first speed of a run (a read that passed its check passes again and
+    // pushes nothing); the error stacks are looked at every time.
+    const bool kept = run && run->driverRead;
+    double nu = 0.0, L = 0.0;
+    if (kept) {
+      nu = run->nu;
+      L = run->driverL;
+    } else {
+      water.Density(kSlugPerFt3);
+      nu = water.Viscosity(kFt2PerSec);
+    }
     if (PassErrors(water)) return false;
-    hull.DisplacementVolume(kFt);
-    const double L = hull.LengthWL(kFt);
+    if (!kept) {
+      hull.DisplacementVolume(kFt);
+      L = hull.LengthWL(kFt);
+    }
     if (PassErrors(hull)) return false;
-    const int count = std::max(propulsion.PropulsorCountPerHull(), 1);
+    const int count = kept ? run->driverCount : std::max(propulsion.PropulsorCountPerHull(), 1);
 
     // 2.-3. The ship's Reynolds number on LWL, from Fn.
-    const double Rn = std::pow(L, 1.5) * Fn * std::sqrt(g) / nu;
+    const double L15 = kept ? run->L15 : std::pow(L, 1.5);
+    const double Rn = L15 * Fn * std::sqrt(g) / nu;
     speedCheck = 1;
 
     // 4.-5. The method.
-    const int method = propulsion.PropulsionInteractionMethod();
+    const int method = kept ? run->method : propulsion.PropulsionInteractionMethod();
     bool ok = false;
     if (const PropulsionInteractionFunction calc = FindPropulsionInteractionMethod(method))
       ok = calc(w, t, etaR, referenceLength, speedCheck, hull, propeller, propulsion, Fn, Rn, run);
@@ -181,12 +193,24 @@ bool PredictPropulsionInteraction(double& w, double& t, double& etaR, double& re
     if (!ok) return Fail("individual propulsion interaction coefficient calculation");
 
     // 6. Ducted propeller.
-    if (propulsion.DuctedPropCorrEnabled() == 1) {
+    const int ducted = kept ? run->ducted : propulsion.DuctedPropCorrEnabled();
+    if (ducted == 1) {
       if (!CalcWakeFractionDuctCorrection(w, count, hull.SternShapeFactor()))
         return Fail("duct correction for wake fraction");
     }
     // 7. Tunnel stern, with the propeller's own diameter when it has one.
-    if (propulsion.PropellerTunnelCorrEnabled() == 1) {
+    const int tunnel = kept ? run->tunnel : propulsion.PropellerTunnelCorrEnabled();
+    if (run && !kept) {
+      run->driverRead = true;
+      run->nu = nu;
+      run->driverL = L;
+      run->driverCount = count;
+      run->L15 = L15;
+      run->method = method;
+      run->ducted = ducted;
+      run->tunnel = tunnel;
+    }
+    if (tunnel == 1) {
       double D = propeller.Diameter(kFt);
       if (!(D > 0.0)) {
         D = hull.PropellerDiameterMax(kFt);

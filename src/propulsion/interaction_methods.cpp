@@ -137,21 +137,31 @@ bool CalcHoltropPropulsionInteraction(double& w, double& t, double& etaR, double
     const double CV = FF * CF + CA;
 
     if (count == 1) {
-      // 10. Single screw, Holtrop (1984) for w and t, Holtrop & Mennen (1982) for etaR.
-      const double c8 = BT < 5.0 ? BT * S / (L * D) : (7.0 * BT - 25.0) * S / (L * D * (BT - 3.0));
-      const double c9 = c8 < 28.0 ? c8 : 32.0 - 16.0 / (c8 - 24.0);
-      // The papers take c11 = T/D below T/D 2 and the cubic above it; the program has
-      // always used the cubic below 2 and T/D above it. Both meet at T/D 2.
-      const double TD = T / D;
-      const double c11 = TD < 2.0 ? TD * TD * TD / 12.0 + 4.0 / 3.0 : TD;
-      const double c19 = CP < 0.7 ? 0.12997 / (0.95 - CB) - 0.11056 / (0.95 - CP)
-                                  : 0.18567 / (1.3571 - CM) - 0.71276 + 0.38648 * CP;
-      const double c20 = 1.0 + 0.015 * Cstern;
-      const double CP1 = std::min(1.45 * CP - 0.315 - 0.0225 * lcb, 0.95);
-      w = c9 * c20 * CV * LT * (0.050776 + 0.93405 * c11 * CV / (1.0 - CP1)) +
-          0.27915 * c20 * std::sqrt(B / ((1.0 - CP1) * L)) + c19 * c20;
-      t = HoltropSingleScrewThrustDeduction(L, B, T, D, CP, lcb, Cstern);
-      etaR = 0.9922 - 0.05908 * EAR + 0.07424 * (CP - 0.0225 * lcb);
+      // 10. Single screw, Holtrop (1984) for w and t, Holtrop & Mennen (1982) for etaR. Only
+      // CV depends on the speed; the rest is kept from the first speed.
+      if (!in.singleScrewKept) {
+        const double c8 = BT < 5.0 ? BT * S / (L * D) : (7.0 * BT - 25.0) * S / (L * D * (BT - 3.0));
+        const double c9 = c8 < 28.0 ? c8 : 32.0 - 16.0 / (c8 - 24.0);
+        // The papers take c11 = T/D below T/D 2 and the cubic above it; the program has
+        // always used the cubic below 2 and T/D above it. Both meet at T/D 2.
+        const double TD = T / D;
+        const double c11 = TD < 2.0 ? TD * TD * TD / 12.0 + 4.0 / 3.0 : TD;
+        const double c19 = CP < 0.7 ? 0.12997 / (0.95 - CB) - 0.11056 / (0.95 - CP)
+                                    : 0.18567 / (1.3571 - CM) - 0.71276 + 0.38648 * CP;
+        const double c20 = 1.0 + 0.015 * Cstern;
+        const double CP1 = std::min(1.45 * CP - 0.315 - 0.0225 * lcb, 0.95);
+        in.c9c20 = c9 * c20;
+        in.c11k = 0.93405 * c11;
+        in.oneLessCP1 = 1.0 - CP1;
+        in.wFlow = 0.27915 * c20 * std::sqrt(B / ((1.0 - CP1) * L));
+        in.wForm = c19 * c20;
+        in.tSingle = HoltropSingleScrewThrustDeduction(L, B, T, D, CP, lcb, Cstern);
+        in.etaRSingle = 0.9922 - 0.05908 * EAR + 0.07424 * (CP - 0.0225 * lcb);
+        in.singleScrewKept = true;
+      }
+      w = in.c9c20 * CV * LT * (0.050776 + in.c11k * CV / in.oneLessCP1) + in.wFlow + in.wForm;
+      t = in.tSingle;
+      etaR = in.etaRSingle;
     } else {
       // 11. Twin screw, Holtrop & Mennen (1982), for two propulsors and more.
       w = 0.3095 * CB + 10.0 * CV * CB - 0.23 * D / std::sqrt(B * T);

@@ -22,6 +22,17 @@ struct PropulsionInteractionRun {
   double D = 0.0, EAR = 0.0, PD = 0.0;
   bool formFactorKept = false, allowanceKept = false;
   double FF = 1.0, CA = 0.0;
+  // Holtrop's single-screw terms that do not depend on the speed (c9 c20, 0.93405 c11, 1 - CP1,
+  // the wake's two terms without CV, t and etaR), computed at the first speed by the same
+  // arithmetic.
+  bool singleScrewKept = false;
+  double c9c20 = 0.0, c11k = 0.0, oneLessCP1 = 0.0, wFlow = 0.0, wForm = 0.0, tSingle = 0.0,
+         etaRSingle = 0.0;
+  // The interaction driver's reads (water, hull, settings) and L^1.5, kept once a speed has
+  // passed their checks; the later speeds still look at the water's and the hull's error stacks.
+  bool driverRead = false;
+  double nu = 0.0, L15 = 0.0, driverL = 0.0;
+  int driverCount = 1, method = 0, ducted = 0, tunnel = 0;
 };
 
 // Holtrop's statistical propulsion factors at ship scale: the single-screw set of Holtrop
