@@ -113,19 +113,21 @@ static_assert(std::size(kKT) == 39 && std::size(kKQ) == 47);
 // The RPM solution and the analysis ask for the coefficients alone, hundreds of times per
 // prediction: those take the unrolled sums.
 bool CalcKTBSeries(double& KT, double J, double PD, double EAR, int Z, DerivativeArray* d) {
-  return d ? SumSeriesPolynomial(kKT, KT, J, PD, EAR, Z, d) : SumSeriesPolynomial<kKT>(KT, J, PD, EAR, Z);
+  return FinishSeriesSum(KT, BSeriesKTSum(J, PD, EAR, Z, d));
 }
 
 bool CalcKQBSeries(double& KQ, double J, double PD, double EAR, int Z, DerivativeArray* d) {
-  return d ? SumSeriesPolynomial(kKQ, KQ, J, PD, EAR, Z, d) : SumSeriesPolynomial<kKQ>(KQ, J, PD, EAR, Z);
+  return FinishSeriesSum(KQ, BSeriesKQSum(J, PD, EAR, Z, d));
 }
 
+// The sizing solver asks for the derivatives as well, a few hundred times per sizing: those
+// sums are unrolled too.
 double BSeriesKTSum(double J, double PD, double EAR, int Z, DerivativeArray* d) {
-  return d ? SeriesPolynomialSum(kKT, J, PD, EAR, Z, d) : SeriesPolynomialSum<kKT>(J, PD, EAR, Z);
+  return d ? SeriesPolynomialSum<kKT>(J, PD, EAR, Z, *d) : SeriesPolynomialSum<kKT>(J, PD, EAR, Z);
 }
 
 double BSeriesKQSum(double J, double PD, double EAR, int Z, DerivativeArray* d) {
-  return d ? SeriesPolynomialSum(kKQ, J, PD, EAR, Z, d) : SeriesPolynomialSum<kKQ>(J, PD, EAR, Z);
+  return d ? SeriesPolynomialSum<kKQ>(J, PD, EAR, Z, *d) : SeriesPolynomialSum<kKQ>(J, PD, EAR, Z);
 }
 
 // Holtrop & Mennen (1982) "An approximate power prediction method", Int. Shipbuilding Progress

@@ -70,6 +70,60 @@ bool SumSeriesPolynomial(double& K, double J, double PD, double A, int Z) {
   return FinishSeriesSum(K, SeriesPolynomialSum<kTerms>(J, PD, A, Z));
 }
 
+// The k-th derivative of x^e as SeriesPowers::Derivative gives it, for exponents known when
+// the program is compiled.
+template <int e, int k>
+double SeriesDerivativeOf(const SeriesPowers& p) {
+  if constexpr (k > e) {
+    return 0.0;
+  } else {
+    double f = p.p[e - k];
+    for (int i = 0; i < k; ++i) f *= e - i;
+    return f;
+  }
+}
+
+// The bare sum with its derivatives (`k` is overwritten) for a table known when the program is
+// compiled: every entry of `k` gets the products the general sum adds to it, in the table's
+// order, made of the same factors in the same order; the products with a derivative that is
+// exactly 0 (an exponent below the order) are left out, which changes nothing (adding a zero
+// product to the running sum keeps it) as long as the sum itself is finite.
+template <const auto& kTerms>
+double SeriesPolynomialSum(double J, double PD, double A, int Z, DerivativeArray& k) {
+  const SeriesPowers pj(J), pp(PD), pa(A), pz(Z);
+  double sum = 0.0;
+  k.fill(0.0);
+  const auto addTerm = [&]<size_t I>() {
+    constexpr SeriesTerm a = kTerms[I];
+    const double cz = a.c * pz.p[a.v];
+    const double j0 = SeriesDerivativeOf<a.s, 0>(pj), p0 = SeriesDerivativeOf<a.t, 0>(pp),
+                 e0 = SeriesDerivativeOf<a.u, 0>(pa);
+    const double c0 = cz * j0;
+    const double c00 = c0 * p0;
+    sum += c00 * e0;
+    if constexpr (a.s >= 1) {
+      const double c1 = cz * SeriesDerivativeOf<a.s, 1>(pj);
+      const double c10 = c1 * p0;
+      k[0] += c10 * e0;  // d/dJ
+      if constexpr (a.u >= 1) k[7] += c10 * SeriesDerivativeOf<a.u, 1>(pa);  // d2/dJdEAR
+      if constexpr (a.t >= 1) k[6] += c1 * SeriesDerivativeOf<a.t, 1>(pp) * e0;  // d2/dJdPD
+    }
+    if constexpr (a.t >= 1) {
+      const double c01 = c0 * SeriesDerivativeOf<a.t, 1>(pp);
+      k[1] += c01 * e0;                                                        // d/dPD
+      if constexpr (a.u >= 1) k[8] += c01 * SeriesDerivativeOf<a.u, 1>(pa);  // d2/dPDdEAR
+    }
+    if constexpr (a.u >= 1) k[2] += c00 * SeriesDerivativeOf<a.u, 1>(pa);  // d/dEAR
+    if constexpr (a.s >= 2) k[3] += cz * SeriesDerivativeOf<a.s, 2>(pj) * p0 * e0;  // d2/dJ2
+    if constexpr (a.t >= 2) k[4] += c0 * SeriesDerivativeOf<a.t, 2>(pp) * e0;       // d2/dPD2
+    if constexpr (a.u >= 2) k[5] += c00 * SeriesDerivativeOf<a.u, 2>(pa);           // d2/dEAR2
+  };
+  [&]<size_t... I>(std::index_sequence<I...>) {
+    (addTerm.template operator()<I>(), ...);
+  }(std::make_index_sequence<std::size(kTerms)>{});
+  return sum;
+}
+
 // The terms of a series table as published in CSV: a header naming the columns C, s, t, u
 // and, where Z enters, v (0 when the column is absent), then one term per line. A malformed
 // table (a missing column, an exponent that is no whole number from 0 to kMaxSeriesPower) is a
