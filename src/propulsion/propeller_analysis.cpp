@@ -63,34 +63,50 @@ int RecommendedEARCheckCode(double value, int series) {
 
 bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
               clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries, clsVXSpeedPerformance& sp,
-              int row, double rpm, double va, double meanPitch, const SeriesModelInputs* inputs) {
+              int row, double rpm, double va, double meanPitch, const SeriesModelInputs* inputs,
+              PropellerAnalysisReads* reads) {
   SetCalcLocation("Calculating propeller analysis");
+  PropellerAnalysisReads own;
+  PropellerAnalysisReads& r = reads ? *reads : own;
+  const bool kept = r.read;
   // 1. Water, settings and propeller; a drive train value that is not positive counts as 1.
-  const double rho = water.Density(kSlugPerFt3);
-  const double nu = water.Viscosity(kFt2PerSec);
+  if (!kept) {
+    r.rho = water.Density(kSlugPerFt3);
+    r.nu = water.Viscosity(kFt2PerSec);
+  }
+  const double rho = r.rho, nu = r.nu;
   if (water.ErrorsFound()) {
     AddCalcErrors(water.Errors());
     return false;
   }
-  const int calcType = propulsion.PropulsorCalcType();
-  const int countPerHull = propulsion.PropulsorCountPerHull();
-  double gearRatio = propulsion.GearRatio();
-  double gearEff = propulsion.GearEfficiency();
-  double shaftEff = propulsion.ShaftEfficiency();
-  const int cavMethod = propulsion.CavCriteriaMethod();
+  if (!kept) {
+    r.calcType = propulsion.PropulsorCalcType();
+    r.countPerHull = propulsion.PropulsorCountPerHull();
+    r.gearRatio = propulsion.GearRatio();
+    r.gearEff = propulsion.GearEfficiency();
+    r.shaftEff = propulsion.ShaftEfficiency();
+    r.cavMethod = propulsion.CavCriteriaMethod();
+  }
+  const int calcType = r.calcType, countPerHull = r.countPerHull, cavMethod = r.cavMethod;
+  double gearRatio = r.gearRatio, gearEff = r.gearEff, shaftEff = r.shaftEff;
   if (propulsion.ErrorsFound()) {
     AddCalcErrors(propulsion.Errors());
     return false;
   }
-  const int Z = propeller.BladeCount();
-  const double D = propeller.Diameter(kFt);
-  const double pitchMean = propeller.PitchMean(kFt);
-  const double EAR = propeller.ExpAreaRatio();
-  const double H = propeller.HubImmersion(kFt);
+  if (!kept) {
+    r.Z = propeller.BladeCount();
+    r.D = propeller.Diameter(kFt);
+    r.pitchMean = propeller.PitchMean(kFt);
+    r.EAR = propeller.ExpAreaRatio();
+    r.H = propeller.HubImmersion(kFt);
+  }
+  const int Z = r.Z;
+  const double D = r.D, pitchMean = r.pitchMean, EAR = r.EAR, H = r.H;
   if (propeller.ErrorsFound()) {
     AddCalcErrors(propeller.Errors());
     return false;
   }
+  r.read = true;
   if (!(gearRatio > 0.0)) gearRatio = 1.0;
   if (!(gearEff > 0.0)) gearEff = 1.0;
   if (!(shaftEff > 0.0)) shaftEff = 1.0;
@@ -106,7 +122,11 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
   if (!(etaR > 0.0)) etaR = 1.0;
 
   // 3.
-  const int series = (calcType == 0 || calcType == 1) ? propellerSeries.Series() : 0;
+  if ((calcType == 0 || calcType == 1) && !r.seriesRead) {
+    r.series = propellerSeries.Series();
+    r.seriesRead = true;
+  }
+  const int series = (calcType == 0 || calcType == 1) ? r.series : 0;
 
   // 4.-6. Coefficients with the cup, efficiencies.
   const double n = rpm / 60.0;
@@ -213,7 +233,11 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
 
   // 12.-13. Blade loads for the cavitation criteria and the mean blade pressure.
   const double A0 = Pi * D * D / 4.0;
-  const double units = propeller.PropellerType() == kCRP ? 2.0 : 1.0;
+  if (!r.typeRead) {
+    r.propellerType = propeller.PropellerType();
+    r.typeRead = true;
+  }
+  const double units = r.propellerType == kCRP ? 2.0 : 1.0;
   const double Tb = (KTc * rho * n * n * D4 - TN) / units;
   const double Pc = 2.0 * Pi * KQc * rho * n * n * n * D4 * D / (550.0 * etaR) / units;
   double bladePressure = Tb / (144.0 * EAR * A0);
@@ -276,7 +300,11 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
     sp.MinPitchFaceCavCheck(row, 0);
     return true;
   }
-  const int analysisType = propulsion.AnalysisTypeMethod();
+  if (!r.analysisTypeRead) {
+    r.analysisType = propulsion.AnalysisTypeMethod();
+    r.analysisTypeRead = true;
+  }
+  const int analysisType = r.analysisType;
   sp.MinPitchFaceCavCheck(row, 0);
   sp.TipSpeedCheck(row, CalcTipSpeedCheck(tipSpeed, analysisType, series, Z));
   sp.PercentCavAverageCheck(row, LimitCheckCode(cavAverage, PercentCavLimit(series, cavMethod)));
@@ -306,10 +334,10 @@ int LimitCheckCode(double value, double limit) {
 bool CalcPropellerAnalysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries,
                            clsVXSpeedPerformance& speedPerformance, int speedIndex, double rpm, double va,
-                           double meanPitch, const SeriesModelInputs* inputs) {
+                           double meanPitch, const SeriesModelInputs* inputs, PropellerAnalysisReads* reads) {
   return RunGuarded([&] {
     return Analysis(hullCount, water, propulsion, propeller, propellerSeries, speedPerformance, speedIndex,
-                    rpm, va, meanPitch, inputs);
+                    rpm, va, meanPitch, inputs, reads);
   });
 }
 

@@ -13,6 +13,17 @@ namespace velmar {
 
 struct SeriesModelInputs;  // propulsion/propeller_series_model.h
 
+// What the analysis reads of the water, the settings and the propeller, read at the first row
+// of a run and kept for the later ones, which still look at the objects' error stacks where the
+// reads stood (a read that passed its check passes again and pushes nothing).
+struct PropellerAnalysisReads {
+  bool read = false;
+  double rho = 0.0, nu = 0.0, gearRatio = 0.0, gearEff = 0.0, shaftEff = 0.0;
+  double D = 0.0, pitchMean = 0.0, EAR = 0.0, H = 0.0;
+  int calcType = 0, countPerHull = 0, cavMethod = 0, Z = 0, series = 0, propellerType = 0, analysisType = 0;
+  bool seriesRead = false, typeRead = false, analysisTypeRead = false;
+};
+
 // Writes every propulsor column of row `speedIndex` for the propeller turning at `rpm`
 // (1/min) with advance speed `va` (ft/s) and pitch `meanPitch` (ft; 0: the propeller's mean
 // pitch). Returns false with the failure's text on the calculation error state; the columns
@@ -20,7 +31,8 @@ struct SeriesModelInputs;  // propulsion/propeller_series_model.h
 bool CalcPropellerAnalysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries,
                            clsVXSpeedPerformance& speedPerformance, int speedIndex, double rpm, double va,
-                           double meanPitch, const SeriesModelInputs* inputs = nullptr);
+                           double meanPitch, const SeriesModelInputs* inputs = nullptr,
+                           PropellerAnalysisReads* reads = nullptr);
 
 // Percent back cavitation from a cavitation number and a thrust loading coefficient at 0.7R:
 // x = sigma^(1/3) 0.87^(1/sigma) / tau; 100 below x = 0.905, 2 above x = 4.16, else

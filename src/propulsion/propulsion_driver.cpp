@@ -149,6 +149,8 @@ bool BuildPropulsionFreeRunAnalysis(clsVXWaterProperties& water, clsVXHull& hull
   // read once for the run.
   double rpm = 0.0, meanPitch = 0.0;
   SeriesModelInputs inputs;
+  RPMSolutionReads solutionReads;
+  PropellerAnalysisReads analysisReads;
   for (int i = 0; i < sp.count(); ++i) {
     sp.SpeedIndex(i);
     const double V = sp.Speed(i, kFtPerSec);
@@ -164,7 +166,7 @@ bool BuildPropulsionFreeRunAnalysis(clsVXWaterProperties& water, clsVXHull& hull
     const double thrust = R / ((1.0 - t) * count * hullCount);
     if (calcType >= 0 && calcType <= 2) {
       if (CalcRPMForGivenThrust(rpm, thrust, water, propulsion, propeller, propellerSeries, va, etaR,
-                                meanPitch, engine, &inputs) == kRPMFailed)
+                                meanPitch, engine, &inputs, &solutionReads) == kRPMFailed)
         return Fail("calculating equilibrium RPM for given thrust requirement");
       if (propeller.PropellerType() == kCPP) sp.CPMeanPitch(i, kFt, meanPitch);
     } else if (calcType == kWaterjetData) {
@@ -175,7 +177,7 @@ bool BuildPropulsionFreeRunAnalysis(clsVXWaterProperties& water, clsVXHull& hull
         return Fail("calculating propulsion analysis");
     }
     if (!CalcPropulsorAnalysis(hullCount, water, propulsion, propeller, propellerSeries, waterjet, sp, i, rpm,
-                               va, meanPitch, inputs.read ? &inputs : nullptr))
+                               va, meanPitch, inputs.read ? &inputs : nullptr, &analysisReads))
       return Fail("calculating propulsion analysis");
     if (!(sp.PowerBrakeTotal(i, kCurrent) > 0.0)) {
       sp.TransportFactor(i, 0.0);
@@ -213,11 +215,11 @@ bool CalcPropulsorAnalysis(int hullCount, clsVXWaterProperties& water, clsVXProp
                            clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries,
                            clsVXWaterjet& /*waterjet*/, clsVXSpeedPerformance& speedPerformance,
                            int speedIndex, double propulsorRPM, double advanceSpeed, double meanPitch,
-                           const SeriesModelInputs* inputs) {
+                           const SeriesModelInputs* inputs, PropellerAnalysisReads* reads) {
   const int calcType = propulsion.PropulsorCalcType();
   if (calcType < 0 || calcType > 2) return true;  // a waterjet has no analysis here
   if (!CalcPropellerAnalysis(hullCount, water, propulsion, propeller, propellerSeries, speedPerformance,
-                             speedIndex, propulsorRPM, advanceSpeed, meanPitch, inputs))
+                             speedIndex, propulsorRPM, advanceSpeed, meanPitch, inputs, reads))
     return Fail("calculating propeller analysis");
   return true;
 }

@@ -17,7 +17,8 @@
 
 namespace velmar {
 
-struct SeriesModelInputs;  // propulsion/propeller_series_model.h
+struct SeriesModelInputs;       // propulsion/propeller_series_model.h
+struct PropellerAnalysisReads;  // propulsion/propeller_analysis.h
 
 // The Calculate command's entry in Propulsion mode: BuildPropulsionPrediction behind the
 // guard that turns a run-time fault into a failure. Returns true on success; failures leave
@@ -63,7 +64,7 @@ bool CalcPropulsorAnalysis(int hullCount, clsVXWaterProperties& water, clsVXProp
                            clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries,
                            clsVXWaterjet& waterjet, clsVXSpeedPerformance& speedPerformance, int speedIndex,
                            double propulsorRPM, double advanceSpeed, double meanPitch,
-                           const SeriesModelInputs* inputs = nullptr);
+                           const SeriesModelInputs* inputs = nullptr, PropellerAnalysisReads* reads = nullptr);
 
 // KT and KQ of the propulsor at `revsPerSec` (1/s), advance speed (ft/s), diameter and pitch
 // (ft), with the cavitation numbers of the mean and peak blade positions and, when asked,

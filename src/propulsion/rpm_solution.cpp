@@ -184,30 +184,34 @@ double RPMSolutionTolerance(double thrust) {
 int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& water,
                           clsVXPropulsion& propulsion, clsVXPropeller& propeller,
                           clsVXPropellerSeries& propellerSeries, double advanceSpeed, double etaR,
-                          double& meanPitch, clsVXEngine& engine, SeriesModelInputs* runInputs) {
+                          double& meanPitch, clsVXEngine& engine, SeriesModelInputs* runInputs,
+                          RPMSolutionReads* reads) {
   SetCalcLocation("Calculating RPM for given thrust");
+  const bool kept = reads && reads->read;
   // 1.
-  if (propulsion.PropulsorCalcType() == 3) {
+  if ((kept ? reads->calcType : propulsion.PropulsorCalcType()) == 3) {
     AddCalcError("Waterjets not used in propeller RPM solution");
     return kRPMFailed;
   }
   // 2. Water, drive train and propeller.
-  const double rho = water.Density(kSlugPerFt3);
+  const double rho = kept ? reads->rho : water.Density(kSlugPerFt3);
   if (water.ErrorsFound()) {
     AddCalcErrors(water.Errors());
     return kRPMFailed;
   }
-  const int calcType = propulsion.PropulsorCalcType();
-  propulsion.GearEfficiency();
-  propulsion.ShaftEfficiency();
+  const int calcType = kept ? reads->calcType : propulsion.PropulsorCalcType();
+  if (!kept) {
+    propulsion.GearEfficiency();
+    propulsion.ShaftEfficiency();
+  }
   if (propulsion.ErrorsFound()) {
     AddCalcErrors(propulsion.Errors());
     return kRPMFailed;
   }
-  const int Z = propeller.BladeCount();
-  const double D = propeller.Diameter(kFt);
-  const double pitchMean = propeller.PitchMean(kFt);
-  const double EAR = propeller.ExpAreaRatio();
+  const int Z = kept ? reads->Z : propeller.BladeCount();
+  const double D = kept ? reads->D : propeller.Diameter(kFt);
+  const double pitchMean = kept ? reads->pitchMean : propeller.PitchMean(kFt);
+  const double EAR = kept ? reads->EAR : propeller.ExpAreaRatio();
   if (propeller.ErrorsFound()) {
     AddCalcErrors(propeller.Errors());
     return kRPMFailed;
@@ -217,13 +221,16 @@ int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& wate
     AddCalcError("KTKQ data are not available as a propeller model in this version of the program.");
     return kRPMFailed;
   }
-  const auto limits = GetPropellerSeriesLimits(propellerSeries.Series(), Z);
+  const int series = kept ? reads->series : propellerSeries.Series();
+  const auto limits = GetPropellerSeriesLimits(series, Z);
   if (!limits) {
     AddCalcError("Propeller series limits");
     return kRPMFailed;
   }
+  const int propellerType = kept ? reads->propellerType : propeller.PropellerType();
+  if (reads && !kept) *reads = {true, rho, D, pitchMean, EAR, calcType, Z, series, propellerType};
   // 4. A controllable-pitch propeller is solved for pitch.
-  if (propeller.PropellerType() == 1)
+  if (propellerType == 1)
     return ControllablePitch(rpm, thrust, water, propulsion, propeller, propellerSeries, advanceSpeed, etaR,
                              meanPitch, engine, D, pitchMean, EAR, rho, runInputs);
   // A drag or wake that is not a number would keep the searches below from ending.
@@ -284,7 +291,7 @@ int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& wate
   }
   // 10.-11. Regula falsi on n^e.
   const double tol = RPMSolutionTolerance(thrust);
-  const double e = propellerSeries.Series() == kKaplan37 ? 1.0 : 2.0;
+  const double e = (kept ? series : propellerSeries.Series()) == kKaplan37 ? 1.0 : 2.0;
   int count = 0;
   do {
     if (!thrustAt(nLo, TLo) || !thrustAt(nHi, THi)) return kRPMFailed;

@@ -12,6 +12,16 @@ namespace velmar {
 
 struct SeriesModelInputs;  // propulsion/propeller_series_model.h
 
+// What the RPM solution reads of the water, the drive train, the propeller and its series,
+// read at the first speed of a run and kept for the later ones. Those still look at the
+// objects' error stacks where the reads stood: a read that passed its check passes again and
+// pushes nothing.
+struct RPMSolutionReads {
+  bool read = false;
+  double rho = 0.0, D = 0.0, pitchMean = 0.0, EAR = 0.0;
+  int calcType = 0, Z = 0, series = 0, propellerType = 0;
+};
+
 // Results of CalcRPMForGivenThrust.
 enum RPMSolutionResult : int {
   kRPMFailed = 0,   // a failure text is on the calculation error state
@@ -27,7 +37,8 @@ enum RPMSolutionResult : int {
 int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& water,
                           clsVXPropulsion& propulsion, clsVXPropeller& propeller,
                           clsVXPropellerSeries& propellerSeries, double advanceSpeed, double etaR,
-                          double& meanPitch, clsVXEngine& engine, SeriesModelInputs* inputs = nullptr);
+                          double& meanPitch, clsVXEngine& engine, SeriesModelInputs* inputs = nullptr,
+                          RPMSolutionReads* reads = nullptr);
 
 // The thrust tolerance of the solution for a required thrust T (lbf): 1e-5 T, but 0.1 lbf
 // below 100 lbf and 1 lbf above when that is less than 1 lbf.
