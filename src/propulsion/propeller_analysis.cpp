@@ -133,9 +133,12 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
   // With the run's inputs the plain evaluation stands in for the full one where it applies: the
   // error stacks of the water, propulsion and propeller were checked after their reads above.
   double KT = 0.0, KQ = 0.0, sigmaAvg = 0.0, tauAvg = 0.0, sigmaPeak = 0.0, tauPeak = 0.0;
+  // Without a cup both evaluations are the same one: the first gives the cavitation pair too.
   QuickSeriesResult quick;
+  const bool cupless = inputs && !(inputs->cup > 0.0);
   const bool quickWithCup =
-      inputs && QuickSeriesKTKQ(*inputs, n, va, D, EAR, 1, meanPitch, kQuickKQ, quick, nullptr, nullptr, true);
+      inputs && QuickSeriesKTKQ(*inputs, n, va, D, EAR, 1, meanPitch, kQuickKQ | (cupless ? kQuickCavitation : 0),
+                                quick, nullptr, nullptr, true);
   if (quickWithCup) {
     KT = quick.KT;
     KQ = quick.KQ;
@@ -197,8 +200,9 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
   sp.PropellerBreakdownCheck(row, 0);
   double KTc = 0.0, KQc = 0.0;
   int result = 1;
-  if (inputs && QuickSeriesKTKQ(*inputs, n, va, D, EAR, 0, meanPitch, kQuickKQ | kQuickCavitation, quick,
-                                nullptr, nullptr, true)) {
+  if ((quickWithCup && cupless) ||
+      (inputs && QuickSeriesKTKQ(*inputs, n, va, D, EAR, 0, meanPitch, kQuickKQ | kQuickCavitation, quick,
+                                 nullptr, nullptr, true))) {
     KTc = quick.KT;
     KQc = quick.KQ;
     sigmaAvg = sigmaPeak = quick.sigma;

@@ -7,7 +7,9 @@
 #include "propulsion/rpm_solution.h"
 
 #include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 
 #include "core/constants.h"
 #include "core/curve_fit.h"
@@ -292,10 +294,27 @@ int CalcRPMForGivenThrust(double& rpm, double thrust, clsVXWaterProperties& wate
   // 10.-11. Regula falsi on n^e.
   const double tol = RPMSolutionTolerance(thrust);
   const double e = (kept ? series : propellerSeries.Series()) == kKaplan37 ? 1.0 : 2.0;
+  // The rates raised to e, remembered as the thrusts are: an end often stays from one pass to the next.
+  struct Raised {
+    bool valid = false;
+    std::uint64_t base = 0;  // the bits of the rate
+    double power = 0.0;
+  };
+  std::array<Raised, 2> raised{};
+  size_t nextRaised = 0;
+  auto raise = [&](double x) {
+    const auto bits = std::bit_cast<std::uint64_t>(x);
+    for (const Raised& r : raised)
+      if (r.valid && r.base == bits) return r.power;
+    const double power = std::pow(x, e);
+    raised[nextRaised] = {true, bits, power};
+    nextRaised = (nextRaised + 1) % raised.size();
+    return power;
+  };
   int count = 0;
   do {
     if (!thrustAt(nLo, TLo) || !thrustAt(nHi, THi)) return kRPMFailed;
-    const double y = Interpolate2Point(TLo, std::pow(nLo, e), THi, std::pow(nHi, e), thrust);
+    const double y = Interpolate2Point(TLo, raise(nLo), THi, raise(nHi), thrust);
     if (y > 0.0) {
       n = std::pow(y, 1.0 / e);
       if (!thrustAt(n, T1)) return kRPMFailed;
