@@ -260,6 +260,59 @@ bool QuickSeriesKTKQ(const SeriesModelInputs& in, double n, double Va, double D,
   return true;
 }
 
+QuickSeriesPlan PrepareQuickSeriesKT(const SeriesModelInputs& in, double Va, double D, double EAR, int cupFlag,
+                                     double pitch) {
+  QuickSeriesPlan plan;
+  if (!in.read || in.calcType != 0 || in.seriesId != kBSeries || in.type == kCRP) return plan;
+  if (in.oblique != 0 && !(in.theta == 0.0 && in.beta == 0.0)) return plan;
+  if (D == 0.0 || EAR == 0.0 || pitch == 0.0) return plan;
+  if (in.cup > 0.0 && cupFlag == 1 && pitch > 0.0) return plan;
+  if (!(Va > 0.0)) Va = 1e-06;
+  plan.Va = Va;
+  plan.D = D;
+  plan.EAR = EAR;
+  plan.PD = pitch / D;
+  plan.Z = in.Z;
+  plan.ktMult = in.ktMult > 0.0 ? in.ktMult : 1.0;
+  const double kqMult = in.kqMult > 0.0 ? in.kqMult : 1.0;
+  // KQ is left out as in QuickSeriesKTKQ (J is bounded at each rate).
+  if (!(std::fabs(plan.PD) <= 1e6 && std::fabs(EAR) <= 1e6 && plan.Z >= -100 && plan.Z <= 100 &&
+        kqMult <= 1e100))
+    return plan;
+  if (in.scaleCorrection != 0) {
+    if (in.scaleCorrection != kScalePartITTC) return plan;
+    SeriesModelInputs::ScaleCorrectionOf& kept = in.scale;
+    if (!(kept.valid && Same(kept.PD, plan.PD) && Same(kept.EAR, EAR) && Same(kept.D, D))) {
+      BSeriesScaleCorrection c;
+      if (!CalcBSeriesScaleCorrection(c, plan.PD, EAR, plan.Z, D * 0.3048, in.tc, in.roughnessMM * 1e-3))
+        return plan;
+      kept = {true, plan.PD, EAR, D, c};
+    }
+    if (!(std::fabs(kept.c.dKQ) <= 1e100)) return plan;
+    plan.scale = true;
+    plan.dKT = kept.c.dKT;
+  }
+  plan.ok = true;
+  return plan;
+}
+
+bool QuickSeriesKT(const QuickSeriesPlan& plan, double n, double& KT, bool settle) {
+  if (!plan.ok || !(n > 0.0)) return false;
+  const double nD = n * plan.D;
+  if (nD == 0.0) return false;
+  const double J = plan.Va / nD;
+  if (!(std::fabs(J) <= 1e6)) return false;
+  double kt = BSeriesKTSum(J, plan.PD, plan.EAR, plan.Z);
+  if (!std::isfinite(kt)) return false;
+  const double F = 1.0;
+  kt = plan.ktMult * kt * F;
+  if (plan.scale) kt -= plan.dKT;
+  if (!std::isfinite(kt)) return false;
+  KT = kt;
+  if (settle) SetCalcLocation(kAxialLocation);
+  return true;
+}
+
 void ReadSeriesModelInputs(SeriesModelInputs& in, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& series) {
   in.rho = water.Density(kSlugPerFt3);

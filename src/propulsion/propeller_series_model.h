@@ -57,6 +57,20 @@ bool QuickSeriesKTKQ(const SeriesModelInputs& in, double n, double Va, double D,
                      double pitch, int needs, QuickSeriesResult& r, DerivativeArray* ktArray = nullptr,
                      DerivativeArray* kqArray = nullptr, bool settle = false);
 
+// The part of that plain evaluation which does not depend on the rate, for KT alone and a
+// propeller without a cup in use (cupFlag 0, or no cup): the RPM solution evaluates the same
+// propeller at one advance speed for many rates. `ok` false where QuickSeriesKTKQ would not
+// take the case.
+struct QuickSeriesPlan {
+  bool ok = false, scale = false;
+  double Va = 0.0, D = 0.0, EAR = 0.0, PD = 0.0, ktMult = 0.0, dKT = 0.0;
+  int Z = 0;
+};
+QuickSeriesPlan PrepareQuickSeriesKT(const SeriesModelInputs& in, double Va, double D, double EAR, int cupFlag,
+                                     double pitch);
+// KT at rate n by a plan: the same bits as QuickSeriesKTKQ, false where it would be.
+bool QuickSeriesKT(const QuickSeriesPlan& plan, double n, double& KT, bool settle = false);
+
 // Open-water KT and KQ in axial inflow. `calcType` is the PropulsorCalcType. A D, EAR or
 // pitch of 0 takes the propeller's own; J and PD of -1 are derived from Va, n, D and the pitch.
 // Also gives the cavitation number at 0.7 R, the one on the advance speed and Burrill's thrust

@@ -49,8 +49,15 @@ class ThrustAt {
         thrust = k.thrust;
         return true;
       }
+    // The plan of the plain evaluation is made once the run's inputs are read.
+    if (!planned_ && inputs_->read) {
+      plan_ = PrepareQuickSeriesKT(*inputs_, va_, D_, EAR_, 1, pitch_);
+      planned_ = true;
+    }
     double KT = 0.0, KQ = 0.0;
-    if (!Coefficients(n, KT, KQ, 0)) {
+    if (planned_ && QuickSeriesKT(plan_, n, KT, !settled_)) {
+      settled_ = true;
+    } else if (!Coefficients(n, KT, KQ, 0)) {
       AddCalcError("KTKQ calculation");
       return false;
     }
@@ -98,7 +105,8 @@ class ThrustAt {
   const SeriesModelInputs* inputs_;
   std::array<Known, 4> known_{};
   size_t next_ = 0;
-  bool settled_ = false;
+  bool settled_ = false, planned_ = false;
+  QuickSeriesPlan plan_;
 };
 
 // The torque of the propeller at rate n (1/s) with its pitch, for the defined-load step.
