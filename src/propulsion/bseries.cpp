@@ -139,16 +139,32 @@ double BSeriesKQSum(double J, double PD, double EAR, int Z, DerivativeArray* d) 
 bool CalcBSeriesScaleCorrection(BSeriesScaleCorrection& r, double PD, double EAR, int Z, double D, double tc,
                                 double roughness) {
   r = BSeriesScaleCorrection{};
+  BSeriesSectionDrag s;
+  const bool found = CalcBSeriesSectionDrag(s, EAR, Z, D, tc, roughness);
+  r.chord = s.chord;
+  r.tc = s.tc;
+  return found && FinishBSeriesScaleCorrection(r, s, PD);
+}
+
+bool CalcBSeriesSectionDrag(BSeriesSectionDrag& s, double EAR, int Z, double D, double tc, double roughness) {
+  s = BSeriesSectionDrag{};
   if (!(D > 0.0 && EAR > 0.0 && Z > 0)) return false;
-  r.chord = 2.073 * EAR * D / Z;
-  r.tc = tc > 0.0 ? tc : (0.0185 - 0.00125 * Z) * D / r.chord;
+  s.chord = 2.073 * EAR * D / Z;
+  s.tc = tc > 0.0 ? tc : (0.0185 - 0.00125 * Z) * D / s.chord;
   const double kp = roughness > 0.0 ? roughness : 30e-6;
-  const double rough = 1.89 + 1.62 * std::log10(r.chord / kp);
+  const double rough = 1.89 + 1.62 * std::log10(s.chord / kp);
   if (!(rough > 0.0)) return false;
-  r.dCD = (2.0 + 4.0 * r.tc) * (0.003605 - std::pow(rough, -2.5));
-  const double solidity = r.chord * Z / D;
-  r.dKT = -r.dCD * 0.3 * PD * solidity;
-  r.dKQ = r.dCD * 0.25 * solidity;
+  s.dCD = (2.0 + 4.0 * s.tc) * (0.003605 - std::pow(rough, -2.5));
+  s.solidity = s.chord * Z / D;
+  return true;
+}
+
+bool FinishBSeriesScaleCorrection(BSeriesScaleCorrection& r, const BSeriesSectionDrag& s, double PD) {
+  r.chord = s.chord;
+  r.tc = s.tc;
+  r.dCD = s.dCD;
+  r.dKT = -r.dCD * 0.3 * PD * s.solidity;
+  r.dKQ = r.dCD * 0.25 * s.solidity;
   return std::isfinite(r.dKT) && std::isfinite(r.dKQ);
 }
 

@@ -28,6 +28,15 @@ struct BSeriesScaleCorrection {
 bool CalcBSeriesScaleCorrection(BSeriesScaleCorrection& r, double PD, double EAR, int Z, double D, double tc,
                                 double roughness);
 
+// The correction in two parts: what does not depend on P/D (the chord, t/c, the section drag
+// difference and the solidity c0.75 Z / D), found by CalcBSeriesSectionDrag, and dKT and dKQ
+// from it at a P/D. Together they give what CalcBSeriesScaleCorrection gives, bit for bit.
+struct BSeriesSectionDrag {
+  double chord = 0.0, tc = 0.0, dCD = 0.0, solidity = 0.0;
+};
+bool CalcBSeriesSectionDrag(BSeriesSectionDrag& s, double EAR, int Z, double D, double tc, double roughness);
+bool FinishBSeriesScaleCorrection(BSeriesScaleCorrection& r, const BSeriesSectionDrag& s, double PD);
+
 // The Reynolds-number correction of the regression: KT(Rn) = KT + dKT, KQ(Rn) = KQ + dKQ for
 // a section Reynolds number at 0.75R above 2e6 (the charts' own). False for Rn not above 0.
 bool CalcBSeriesReynoldsCorrection(double& dKT, double& dKQ, double J, double PD, double EAR, int Z,

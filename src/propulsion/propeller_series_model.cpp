@@ -187,6 +187,30 @@ struct BladeSum {
 
 }  // namespace
 
+namespace {
+
+// The section-drag correction of the plain evaluation, as ApplyScaleCorrection finds it: from
+// the correction kept for this propeller, else from its part kept for the blade (EAR, D), else
+// found anew; each found part is kept.
+bool QuickScaleCorrection(const SeriesModelInputs& in, double PD, double EAR, double D, BSeriesScaleCorrection& c) {
+  SeriesModelInputs::ScaleCorrectionOf& kept = in.scale;
+  if (kept.valid && Same(kept.PD, PD) && Same(kept.EAR, EAR) && Same(kept.D, D)) {
+    c = kept.c;
+    return true;
+  }
+  SeriesModelInputs::SectionDragOf& blade = in.sectionDrag;
+  if (!(blade.valid && Same(blade.EAR, EAR) && Same(blade.D, D))) {
+    BSeriesSectionDrag s;
+    if (!CalcBSeriesSectionDrag(s, EAR, in.Z, D * 0.3048, in.tc, in.roughnessMM * 1e-3)) return false;
+    blade = {true, EAR, D, s};
+  }
+  if (!FinishBSeriesScaleCorrection(c, blade.s, PD)) return false;
+  kept = {true, PD, EAR, D, c};
+  return true;
+}
+
+}  // namespace
+
 // The steps of CalcPropellerSeriesAxial for the one case it takes, in the same order; every
 // step that could fail or report leaves the work to the full evaluation.
 bool QuickSeriesKTKQ(const SeriesModelInputs& in, double n, double Va, double D, double EAR, int cupFlag,
@@ -225,13 +249,7 @@ bool QuickSeriesKTKQ(const SeriesModelInputs& in, double n, double Va, double D,
   if (in.scaleCorrection != 0) {
     if (in.scaleCorrection != kScalePartITTC) return false;
     BSeriesScaleCorrection c;
-    SeriesModelInputs::ScaleCorrectionOf& kept = in.scale;
-    if (kept.valid && Same(kept.PD, PD) && Same(kept.EAR, EAR) && Same(kept.D, D)) {
-      c = kept.c;
-    } else {
-      if (!CalcBSeriesScaleCorrection(c, PD, EAR, Z, D * 0.3048, in.tc, in.roughnessMM * 1e-3)) return false;
-      kept = {true, PD, EAR, D, c};
-    }
+    if (!QuickScaleCorrection(in, PD, EAR, D, c)) return false;
     if (!withKQ && !(std::fabs(c.dKQ) <= 1e100)) return false;
     KT -= c.dKT;
     KQ -= c.dKQ;
@@ -281,16 +299,11 @@ QuickSeriesPlan PrepareQuickSeriesKT(const SeriesModelInputs& in, double Va, dou
     return plan;
   if (in.scaleCorrection != 0) {
     if (in.scaleCorrection != kScalePartITTC) return plan;
-    SeriesModelInputs::ScaleCorrectionOf& kept = in.scale;
-    if (!(kept.valid && Same(kept.PD, plan.PD) && Same(kept.EAR, EAR) && Same(kept.D, D))) {
-      BSeriesScaleCorrection c;
-      if (!CalcBSeriesScaleCorrection(c, plan.PD, EAR, plan.Z, D * 0.3048, in.tc, in.roughnessMM * 1e-3))
-        return plan;
-      kept = {true, plan.PD, EAR, D, c};
-    }
-    if (!(std::fabs(kept.c.dKQ) <= 1e100)) return plan;
+    BSeriesScaleCorrection c;
+    if (!QuickScaleCorrection(in, plan.PD, EAR, D, c)) return plan;
+    if (!(std::fabs(c.dKQ) <= 1e100)) return plan;
     plan.scale = true;
-    plan.dKT = kept.c.dKT;
+    plan.dKT = c.dKT;
   }
   plan.ok = true;
   return plan;

@@ -34,6 +34,14 @@ struct SeriesModelInputs {
     BSeriesScaleCorrection c;
   };
   mutable ScaleCorrectionOf scale;
+  // The part of that correction which does not depend on P/D, for the propeller (EAR, D in ft)
+  // it was found for: the pitch solution of a controllable-pitch propeller changes P/D alone.
+  struct SectionDragOf {
+    bool valid = false;
+    double EAR = 0.0, D = 0.0;
+    BSeriesSectionDrag s;
+  };
+  mutable SectionDragOf sectionDrag;
 };
 void ReadSeriesModelInputs(SeriesModelInputs& in, clsVXWaterProperties& water, clsVXPropulsion& propulsion,
                            clsVXPropeller& propeller, clsVXPropellerSeries& series);
