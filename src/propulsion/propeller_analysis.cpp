@@ -3,7 +3,9 @@
 // two blade rows.
 #include "propulsion/propeller_analysis.h"
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <stdexcept>
 
 #include "core/constants.h"
@@ -248,8 +250,11 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
   if (bladePressure < 0.0) bladePressure = 0.0;
 
   // 14. Percent back cavitation of the peak and the mean blade position.
+  // In axial inflow both positions are the same one.
   const double cavPeak = PercentBackCavitation(sigmaPeak, tauPeak);
-  const double cavAverage = PercentBackCavitation(sigmaAvg, tauAvg);
+  const bool samePosition = std::bit_cast<std::uint64_t>(sigmaAvg) == std::bit_cast<std::uint64_t>(sigmaPeak) &&
+                            std::bit_cast<std::uint64_t>(tauAvg) == std::bit_cast<std::uint64_t>(tauPeak);
+  const double cavAverage = samePosition ? cavPeak : PercentBackCavitation(sigmaAvg, tauAvg);
 
   // 15.-16. Blade area recommended by the selected criterion.
   const double p = CalcStaticPressure(rho, H);
