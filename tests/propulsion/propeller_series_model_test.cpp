@@ -276,6 +276,43 @@ TEST_F(PropellerSeriesModelTest, AxialCorrections) {
     EXPECT_NEAR(KQ, c.KQ, 1e-12) << c.name;
     KTB(c.Va > 0 ? J : 1e-6 / 20.0, 1.0, 0.7, 4, &dB);
     EXPECT_NEAR(d[0], c.arrayFactor * dB[0], 1e-12) << c.name;
+
+    // The plain evaluation of a run gives the same bits where it takes the case, with or
+    // without KQ and the derivatives, and leaves the location where the full one does.
+    SeriesModelInputs in;
+    ReadSeriesModelInputs(in, *water, propulsion, *propeller, series);
+    double s = 0.0, sv = 0.0, tau = 0.0;
+    ASSERT_EQ(CalcPropellerSeriesAxial(KT, KQ, *water, *propeller, series, 0, n, c.Va, 10.0, c.EAR, c.cupFlag,
+                                       10.0, s, sv, tau, &d, &dB),
+              1);
+    for (int needs : {0, kQuickKQ | kQuickCavitation}) {
+      QuickSeriesResult q;
+      DerivativeArray qd{}, qdB{};
+      SetCalcLocation("elsewhere");
+      const bool arrays = needs != 0;
+      if (!QuickSeriesKTKQ(in, n, c.Va, 10.0, c.EAR, c.cupFlag, 10.0, needs, q, arrays ? &qd : nullptr,
+                           arrays ? &qdB : nullptr, true)) {
+        EXPECT_TRUE(c.EAR == 0.0 || propeller->PropellerType() == 2 || series.ScaleCorrection() == 1) << c.name;
+        EXPECT_EQ(GetCalcLocation(), "elsewhere") << c.name;
+        continue;
+      }
+      EXPECT_EQ(q.KT, KT) << c.name;
+      EXPECT_EQ(GetCalcLocation(), "propeller series axial performance calculation") << c.name;
+      if (!arrays) {
+        // KT alone by the rate's plan, where the plan takes the case.
+        double kt = 0.0;
+        if (QuickSeriesKT(PrepareQuickSeriesKT(in, c.Va, 10.0, c.EAR, c.cupFlag, 10.0), n, kt))
+          EXPECT_EQ(kt, KT) << c.name;
+        else
+          EXPECT_EQ(c.cupFlag, 1) << c.name;
+        continue;
+      }
+      EXPECT_EQ(q.KQ, KQ) << c.name;
+      EXPECT_EQ(q.sigma, s) << c.name;
+      EXPECT_EQ(q.tau, tau) << c.name;
+      EXPECT_EQ(qd, d) << c.name;
+      EXPECT_EQ(qdB, dB) << c.name;
+    }
   }
 }
 
