@@ -26,8 +26,7 @@ struct PropulsionInteractionRun {
   // the wake's two terms without CV, t and etaR), computed at the first speed by the same
   // arithmetic.
   bool singleScrewKept = false;
-  double c9c20 = 0.0, c11k = 0.0, oneLessCP1 = 0.0, wFlow = 0.0, wForm = 0.0, tSingle = 0.0,
-         etaRSingle = 0.0;
+  double c9c20 = 0.0, c11k = 0.0, oneLessCP1 = 0.0, wFlow = 0.0, wForm = 0.0, tSingle = 0.0, etaRSingle = 0.0;
   // The interaction driver's reads (water, hull, settings) and L^1.5, kept once a speed has
   // passed their checks; the later speeds still look at the water's and the hull's error stacks.
   bool driverRead = false;

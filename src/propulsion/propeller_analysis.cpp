@@ -139,8 +139,8 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
   QuickSeriesResult quick;
   const bool cupless = inputs && !(inputs->cup > 0.0);
   const bool quickWithCup =
-      inputs && QuickSeriesKTKQ(*inputs, n, va, D, EAR, 1, meanPitch, kQuickKQ | (cupless ? kQuickCavitation : 0),
-                                quick, nullptr, nullptr, true);
+      inputs && QuickSeriesKTKQ(*inputs, n, va, D, EAR, 1, meanPitch,
+                                kQuickKQ | (cupless ? kQuickCavitation : 0), quick, nullptr, nullptr, true);
   if (quickWithCup) {
     KT = quick.KT;
     KQ = quick.KQ;
@@ -252,8 +252,9 @@ bool Analysis(int hullCount, clsVXWaterProperties& water, clsVXPropulsion& propu
   // 14. Percent back cavitation of the peak and the mean blade position.
   // In axial inflow both positions are the same one.
   const double cavPeak = PercentBackCavitation(sigmaPeak, tauPeak);
-  const bool samePosition = std::bit_cast<std::uint64_t>(sigmaAvg) == std::bit_cast<std::uint64_t>(sigmaPeak) &&
-                            std::bit_cast<std::uint64_t>(tauAvg) == std::bit_cast<std::uint64_t>(tauPeak);
+  const bool samePosition =
+      std::bit_cast<std::uint64_t>(sigmaAvg) == std::bit_cast<std::uint64_t>(sigmaPeak) &&
+      std::bit_cast<std::uint64_t>(tauAvg) == std::bit_cast<std::uint64_t>(tauPeak);
   const double cavAverage = samePosition ? cavPeak : PercentBackCavitation(sigmaAvg, tauAvg);
 
   // 15.-16. Blade area recommended by the selected criterion.

@@ -192,7 +192,8 @@ namespace {
 // The section-drag correction of the plain evaluation, as ApplyScaleCorrection finds it: from
 // the correction kept for this propeller, else from its part kept for the blade (EAR, D), else
 // found anew; each found part is kept.
-bool QuickScaleCorrection(const SeriesModelInputs& in, double PD, double EAR, double D, BSeriesScaleCorrection& c) {
+bool QuickScaleCorrection(const SeriesModelInputs& in, double PD, double EAR, double D,
+                          BSeriesScaleCorrection& c) {
   SeriesModelInputs::ScaleCorrectionOf& kept = in.scale;
   if (kept.valid && Same(kept.PD, PD) && Same(kept.EAR, EAR) && Same(kept.D, D)) {
     c = kept.c;
@@ -265,7 +266,8 @@ bool QuickSeriesKTKQ(const SeriesModelInputs& in, double n, double Va, double D,
     const double cuppedPD = (21.0 * in.cup + pitch) * PD / pitch;
     const double kt0 = BSeriesKTSum(J, PD, EAR, Z), kt1 = BSeriesKTSum(J, cuppedPD, EAR, Z);
     const double kq0 = BSeriesKQSum(J, PD, EAR, Z), kq1 = BSeriesKQSum(J, cuppedPD, EAR, Z);
-    if (!std::isfinite(kt0) || !std::isfinite(kt1) || !std::isfinite(kq0) || !std::isfinite(kq1)) return false;
+    if (!std::isfinite(kt0) || !std::isfinite(kt1) || !std::isfinite(kq0) || !std::isfinite(kq1))
+      return false;
     KT += (kt1 - kt0) * ktMult * F;
     KQ += (kq1 - kq0) * kqMult * F;
   }
@@ -278,8 +280,8 @@ bool QuickSeriesKTKQ(const SeriesModelInputs& in, double n, double Va, double D,
   return true;
 }
 
-QuickSeriesPlan PrepareQuickSeriesKT(const SeriesModelInputs& in, double Va, double D, double EAR, int cupFlag,
-                                     double pitch) {
+QuickSeriesPlan PrepareQuickSeriesKT(const SeriesModelInputs& in, double Va, double D, double EAR,
+                                     int cupFlag, double pitch) {
   QuickSeriesPlan plan;
   if (!in.read || in.calcType != 0 || in.seriesId != kBSeries || in.type == kCRP) return plan;
   if (in.oblique != 0 && !(in.theta == 0.0 && in.beta == 0.0)) return plan;

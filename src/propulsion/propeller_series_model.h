@@ -74,8 +74,8 @@ struct QuickSeriesPlan {
   double Va = 0.0, D = 0.0, EAR = 0.0, PD = 0.0, ktMult = 0.0, dKT = 0.0;
   int Z = 0;
 };
-QuickSeriesPlan PrepareQuickSeriesKT(const SeriesModelInputs& in, double Va, double D, double EAR, int cupFlag,
-                                     double pitch);
+QuickSeriesPlan PrepareQuickSeriesKT(const SeriesModelInputs& in, double Va, double D, double EAR,
+                                     int cupFlag, double pitch);
 // KT at rate n by a plan: the same bits as QuickSeriesKTKQ, false where it would be.
 bool QuickSeriesKT(const QuickSeriesPlan& plan, double n, double& KT, bool settle = false);
 

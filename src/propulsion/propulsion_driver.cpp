@@ -9,15 +9,15 @@
 #include <optional>
 #include <vector>
 
-#include "core/model_set.h"
-#include "propulsion/propeller_sizing.h"
 #include "core/diagnostics.h"
+#include "core/model_set.h"
 #include "core/ui_hooks.h"
 #include "propulsion/analysis_types.h"
 #include "propulsion/engine_fuel.h"
 #include "propulsion/interaction.h"
 #include "propulsion/propeller_analysis.h"
 #include "propulsion/propeller_series_model.h"
+#include "propulsion/propeller_sizing.h"
 #include "propulsion/rpm_solution.h"
 #include "propulsion/waterjet_analysis.h"
 #include "resistance/resistance_driver.h"

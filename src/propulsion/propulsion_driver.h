@@ -64,7 +64,8 @@ bool CalcPropulsorAnalysis(int hullCount, clsVXWaterProperties& water, clsVXProp
                            clsVXPropeller& propeller, clsVXPropellerSeries& propellerSeries,
                            clsVXWaterjet& waterjet, clsVXSpeedPerformance& speedPerformance, int speedIndex,
                            double propulsorRPM, double advanceSpeed, double meanPitch,
-                           const SeriesModelInputs* inputs = nullptr, PropellerAnalysisReads* reads = nullptr);
+                           const SeriesModelInputs* inputs = nullptr,
+                           PropellerAnalysisReads* reads = nullptr);
 
 // KT and KQ of the propulsor at `revsPerSec` (1/s), advance speed (ft/s), diameter and pitch
 // (ft), with the cavitation numbers of the mean and peak blade positions and, when asked,

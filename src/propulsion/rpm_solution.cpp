@@ -76,8 +76,8 @@ class ThrustAt {
   // the evaluations of the solution reports), so the later ones leave it untouched.
   bool Coefficients(double n, double& KT, double& KQ, int needs) {
     QuickSeriesResult q;
-    if (inputs_->read && QuickSeriesKTKQ(*inputs_, n, va_, D_, EAR_, 1, pitch_, needs, q, nullptr, nullptr,
-                                         !settled_)) {
+    if (inputs_->read &&
+        QuickSeriesKTKQ(*inputs_, n, va_, D_, EAR_, 1, pitch_, needs, q, nullptr, nullptr, !settled_)) {
       settled_ = true;
       KT = q.KT;
       KQ = q.KQ;

@@ -104,23 +104,22 @@ double SeriesPolynomialSum(double J, double PD, double A, int Z, DerivativeArray
     if constexpr (a.s >= 1) {
       const double c1 = cz * SeriesDerivativeOf<a.s, 1>(pj);
       const double c10 = c1 * p0;
-      k[0] += c10 * e0;  // d/dJ
-      if constexpr (a.u >= 1) k[7] += c10 * SeriesDerivativeOf<a.u, 1>(pa);  // d2/dJdEAR
+      k[0] += c10 * e0;                                                          // d/dJ
+      if constexpr (a.u >= 1) k[7] += c10 * SeriesDerivativeOf<a.u, 1>(pa);      // d2/dJdEAR
       if constexpr (a.t >= 1) k[6] += c1 * SeriesDerivativeOf<a.t, 1>(pp) * e0;  // d2/dJdPD
     }
     if constexpr (a.t >= 1) {
       const double c01 = c0 * SeriesDerivativeOf<a.t, 1>(pp);
-      k[1] += c01 * e0;                                                        // d/dPD
+      k[1] += c01 * e0;                                                      // d/dPD
       if constexpr (a.u >= 1) k[8] += c01 * SeriesDerivativeOf<a.u, 1>(pa);  // d2/dPDdEAR
     }
-    if constexpr (a.u >= 1) k[2] += c00 * SeriesDerivativeOf<a.u, 1>(pa);  // d/dEAR
+    if constexpr (a.u >= 1) k[2] += c00 * SeriesDerivativeOf<a.u, 1>(pa);           // d/dEAR
     if constexpr (a.s >= 2) k[3] += cz * SeriesDerivativeOf<a.s, 2>(pj) * p0 * e0;  // d2/dJ2
     if constexpr (a.t >= 2) k[4] += c0 * SeriesDerivativeOf<a.t, 2>(pp) * e0;       // d2/dPD2
     if constexpr (a.u >= 2) k[5] += c00 * SeriesDerivativeOf<a.u, 2>(pa);           // d2/dEAR2
   };
-  [&]<size_t... I>(std::index_sequence<I...>) {
-    (addTerm.template operator()<I>(), ...);
-  }(std::make_index_sequence<std::size(kTerms)>{});
+  [&]<size_t... I>(std::index_sequence<I...>) { (addTerm.template operator()<I>(), ...); }
+  (std::make_index_sequence<std::size(kTerms)>{});
   return sum;
 }
 

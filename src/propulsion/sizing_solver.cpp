@@ -99,8 +99,8 @@ class Model {
                double& ta, DerivativeArray* kt, DerivativeArray* kq) {
     const bool withInputs = inputs_ && inputs_->read;
     QuickSeriesResult q;
-    if (withInputs &&
-        QuickSeriesKTKQ(*inputs_, n, V_, D, EAR, cupFlag, pitch, kQuickKQ | kQuickCavitation, q, kt, kq, true)) {
+    if (withInputs && QuickSeriesKTKQ(*inputs_, n, V_, D, EAR, cupFlag, pitch, kQuickKQ | kQuickCavitation, q,
+                                      kt, kq, true)) {
       KT = q.KT;
       KQ = q.KQ;
       sa = q.sigma;

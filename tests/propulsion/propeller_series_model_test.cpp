@@ -292,7 +292,8 @@ TEST_F(PropellerSeriesModelTest, AxialCorrections) {
       const bool arrays = needs != 0;
       if (!QuickSeriesKTKQ(in, n, c.Va, 10.0, c.EAR, c.cupFlag, 10.0, needs, q, arrays ? &qd : nullptr,
                            arrays ? &qdB : nullptr, true)) {
-        EXPECT_TRUE(c.EAR == 0.0 || propeller->PropellerType() == 2 || series.ScaleCorrection() == 1) << c.name;
+        EXPECT_TRUE(c.EAR == 0.0 || propeller->PropellerType() == 2 || series.ScaleCorrection() == 1)
+            << c.name;
         EXPECT_EQ(GetCalcLocation(), "elsewhere") << c.name;
         continue;
       }
