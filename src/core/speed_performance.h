@@ -102,6 +102,17 @@ class clsVXSpeedPerformance {
     if (d.family != UnitFamily::None && unit != kCurrent) return ConvertedWrite(d, value, unit, cell);
     cell = d.kind == FieldKind::Int ? static_cast<double>(static_cast<long>(value)) : value;
   }
+  // Read and Write in the unit of a scale prepared for the column's family (to that unit from
+  // the table's for a read, the other way for a write): the same numbers, pushed words and
+  // faults as Read and Write with that unit.
+  double ReadIn(int row, int column, const UnitScale& scale) const {
+    if (!scale.Prepared()) return Read(row, column, scale.ToIndex());
+    return scale(Read(row, column, kCurrent));
+  }
+  void WriteIn(int row, int column, const UnitScale& scale, double value) {
+    if (!scale.Prepared()) return Write(row, column, scale.FromIndex(), value);
+    Write(row, column, kCurrent, scale(value));
+  }
   double Raw(int row, int column) const { return rows_.at(Offset(row, column)); }
   void SetRaw(int row, int column, double value) { rows_.at(Offset(row, column)) = value; }
   // The column's text, by its format or else its family's format, with the dash rule and,
