@@ -93,7 +93,7 @@ class clsVXSpeedPerformance {
     const FieldDesc& d = kColumns[column];
     const double stored = rows_[Offset(row, column)];
     if (d.family != UnitFamily::None && unit != kCurrent) return ConvertedRead(d, stored, unit);
-    if (d.check == Check::None && std::isfinite(stored)) return stored;
+    if (!FailsCheckInline(d, stored) && std::isfinite(stored)) return stored;
     return CheckedRead(d, stored);
   }
   void Write(int row, int column, int unit, double value) {
@@ -151,6 +151,11 @@ class clsVXSpeedPerformance {
     return static_cast<size_t>(row) * kColumnCount + static_cast<size_t>(column);
   }
   [[noreturn, gnu::cold]] static void RowOutOfRange();
+  // The read checks the speed table's columns have (a named column's folds to one test).
+  static bool FailsCheckInline(const FieldDesc& d, double v) {
+    return (d.check == Check::NotPositive && v <= 0.0) ||
+           (d.check != Check::None && d.check != Check::NotPositive && FailsCheck(d, v));
+  }
   double ConvertedRead(const FieldDesc& d, double stored, int unit) const;
   double CheckedRead(const FieldDesc& d, double stored) const;
   void ConvertedWrite(const FieldDesc& d, double value, int unit, double& cell);
