@@ -82,7 +82,7 @@ namespace {
 }
 }  // namespace
 
-double DataClass::Read(int field, int unit) const {
+double DataClass::ReadChecked(int field, int unit) const {
   const FieldDesc& d = fields_[field];
   const double stored = values_[field];
   // A number that is not finite is always refused, with the field's word (or its name when

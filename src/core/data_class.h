@@ -11,6 +11,7 @@
 // The trailing arguments are designated initialisers of FieldDesc (in member order).
 #pragma once
 
+#include <cmath>
 #include <initializer_list>
 #include <memory>
 #include <span>
@@ -114,8 +115,14 @@ class DataClass {
   double Raw(int field) const { return values_[field]; }
   void SetRaw(int field, double value) { values_[field] = value; }
   // Reads with the unit conversion and the read check of the field (unit ignored when the
-  // field has no family).
-  double Read(int field, int unit = kCurrent) const;
+  // field has no family). A read without conversion of a field without check is inline.
+  double Read(int field, int unit = kCurrent) const {
+    const FieldDesc& d = fields_[field];
+    const double stored = values_[field];
+    if (d.check == Check::None && (d.family == UnitFamily::None || unit == kCurrent) && std::isfinite(stored))
+      return stored;
+    return ReadChecked(field, unit);
+  }
   // Writes with the unit conversion; no check, but the entry warning of flagged fields.
   void Write(int field, int unit, double value);
   virtual std::string FormattedOf(int field, int unit = kCurrent) const;
@@ -137,6 +144,8 @@ class DataClass {
   void Push(std::string_view word) const { errors_.Push(word); }
 
  private:
+  double ReadChecked(int field, int unit) const;
+
   std::span<const FieldDesc> fields_;
   std::vector<double> values_;
   std::vector<std::string> texts_;  // used by the text fields only

@@ -10,7 +10,11 @@ namespace velmar {
 namespace {
 
 struct CalcErrorState {
-  std::string location;
+  const char* staticLocation = "";  // the location when it is a literal, else nullptr
+  std::string location;             // the location when it is not
+  std::string_view Location() const {
+    return staticLocation ? std::string_view(staticLocation) : std::string_view(location);
+  }
   std::string cause;
   std::string text;
   bool found = false;
@@ -28,9 +32,18 @@ constexpr const char* kCrLf = "\r\n";
 
 }  // namespace
 
+void SetCalcLocation(const char* location) {
+  CalcErrorState& s = State();
+  s.staticLocation = location;
+  s.cause.clear();
+  s.found = false;
+  s.atSpeed = false;
+}
+
 void SetCalcLocation(std::string_view location) {
   CalcErrorState& s = State();
-  if (s.location != location) s.location = location;  // most calls name the location already held
+  if (s.staticLocation || s.location != location) s.location = location;
+  s.staticLocation = nullptr;
   s.cause.clear();
   s.found = false;
   s.atSpeed = false;
@@ -57,7 +70,7 @@ bool CalcErrorsPending() {
   CalcErrorState& s = State();
   bool pending = false;
   if (s.found) {
-    std::string t = "\t" + s.location + kCrLf + kCrLf + "Cause: " + kCrLf + s.cause;
+    std::string t = "\t" + std::string(s.Location()) + kCrLf + kCrLf + "Cause: " + kCrLf + s.cause;
     if (s.atSpeed) {
       double speed = 0.0;
       if (auto sp = App().primary.SpeedPerformance; sp && sp->count() > 0) {
@@ -82,7 +95,18 @@ bool CalcErrorsPending() {
 bool CalcErrorFoundFlag() { return State().found; }
 void SetCalcErrorAtSpeed(bool atSpeed) { State().atSpeed = atSpeed; }
 std::string GetCalcErrorText() { return State().text; }
-std::string GetCalcLocation() { return State().location; }
+std::string GetCalcLocation() { return std::string(State().Location()); }
+SavedCalcLocation SaveCalcLocation() {
+  const CalcErrorState& s = State();
+  return s.staticLocation ? SavedCalcLocation{s.staticLocation, {}} : SavedCalcLocation{nullptr, s.location};
+}
+void RestoreCalcLocation(const SavedCalcLocation& saved) {
+  if (saved.literal) {
+    SetCalcLocation(saved.literal);
+  } else {
+    SetCalcLocation(std::string_view(saved.text));
+  }
+}
 std::string GetCalcCause() { return State().cause; }
 void ResetCalcErrorState() { State() = CalcErrorState{}; }
 bool CalcCancelFlag() { return State().cancel; }

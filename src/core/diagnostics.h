@@ -7,6 +7,9 @@
 
 namespace velmar {
 
+// The progress text of the running step. A text that lives as long as the program (a literal,
+// as nearly every step passes) is kept as its pointer; any other text is copied.
+void SetCalcLocation(const char* location);
 void SetCalcLocation(std::string_view location);
 void AddCalcError(std::string_view text);
 void AddCalcErrors(std::string_view stack);
@@ -18,6 +21,14 @@ bool CalcErrorFoundFlag();
 void SetCalcErrorAtSpeed(bool atSpeed);
 std::string GetCalcErrorText();
 std::string GetCalcLocation();
+// The location as it stands, for a step that shows its own text for a while and then puts
+// the caller's back; a literal is kept as its pointer.
+struct SavedCalcLocation {
+  const char* literal;
+  std::string text;
+};
+SavedCalcLocation SaveCalcLocation();
+void RestoreCalcLocation(const SavedCalcLocation& saved);
 std::string GetCalcCause();
 // The user's stop request. The RPM solution polls it between its passes; it is read, never
 // cleared, by a prediction, and gives no error text.

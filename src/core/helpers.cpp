@@ -182,11 +182,9 @@ inline double FloorNonNegative(double x) {
 }
 
 // The integer part of x >= 0, plus one when the fraction reaches one half (as x + 0.5 rounds).
-inline double RoundUp(double x) {
-  double r = FloorNonNegative(x);
-  if (FloorNonNegative(x + 0.5) > r) r += 1.0;
-  return r;
-}
+// That is the integer part of x + 0.5 itself: below 2^52 it is the integer part of x or the
+// next integer, and from 2^52 on x + 0.5 rounds to x or x + 1 as the longer form did.
+inline double RoundUp(double x) { return FloorNonNegative(x + 0.5); }
 
 // Steps of the historical rounding: scale to an integer of `digits` digits, take the integer
 // part, add one when the fraction reaches one half, and scale back. Every case, and the

@@ -17,10 +17,7 @@ const LabelList kSpeedRangeCheckLabels{{"BelowRange", "OK", "AboveRange"},
 namespace {
 using Field = clsVXSpeedPerformance::Field;
 
-const FieldDesc kColumns[] = {
-#include "core/fields_table.h"
-#include "core/speed_performance_fields.def"
-};
+constexpr const FieldDesc* kColumns = clsVXSpeedPerformance::kColumns;
 
 // A column whose text may be a dash or carry a mark.
 enum class Dash : unsigned char { None, Below, Above };
@@ -121,66 +118,29 @@ void clsVXSpeedPerformance::count(int n) {
   }
 }
 
-namespace {
-// The place of (row, column) in rows of `columns` values, a row of -1 standing for `current`.
-// Inlined into the column reads and writes, which every speed of a prediction makes many times.
-[[gnu::always_inline]] inline size_t RowOffset(int row, int column, int current, size_t size, int columns) {
-  if (row == -1) row = current;
-  if (row < 0 || static_cast<size_t>(row + 1) * columns > size)
-    throw std::out_of_range("Speed table row out of range");
-  return static_cast<size_t>(row) * columns + static_cast<size_t>(column);
-}
+void clsVXSpeedPerformance::RowOutOfRange() { throw std::out_of_range("Speed table row out of range"); }
 
 // A number that is not finite is always refused, with the column's word (or its name when it
-// has none): no prediction may run on it. Most columns have no check: no call for them.
-bool RefusedOnRead(const FieldDesc& d, double stored) {
-  return (d.check != Check::None && FailsCheck(d, stored)) || !std::isfinite(stored);
+// has none): no prediction may run on it.
+double clsVXSpeedPerformance::CheckedRead(const FieldDesc& d, double stored) const {
+  if ((d.check != Check::None && FailsCheck(d, stored)) || !std::isfinite(stored))
+    errors_.Push(*d.word ? d.word : d.name);
+  return stored;
 }
 
-// Pushes the column's word, or its name, when the read is refused; returns the value read.
-[[gnu::noinline]] double CheckedRead(ErrorStack& errors, const FieldDesc& d, double stored, double value) {
-  if (RefusedOnRead(d, stored)) errors.Push(*d.word ? d.word : d.name);
+// A read in another unit: the conversion first (it may throw), then the check of the stored
+// number.
+double clsVXSpeedPerformance::ConvertedRead(const FieldDesc& d, double stored, int unit) const {
+  const double value = units_->Convert(d.family, stored, unit, kCurrent);
+  if ((d.check != Check::None && FailsCheck(d, stored)) || !std::isfinite(stored))
+    errors_.Push(*d.word ? d.word : d.name);
   return value;
 }
 
-// A read in another unit: the conversion first (it may throw), then the check.
-[[gnu::noinline]] double ConvertedRead(const clsVXUnits& units, const FieldDesc& d, double stored, int unit,
-                                       ErrorStack& errors) {
-  return CheckedRead(errors, d, stored, units.Convert(d.family, stored, unit, kCurrent));
-}
-
-// The number a cell holds: a check column keeps the integer part.
-double CellValue(const FieldDesc& d, double value) {
-  return d.kind == FieldKind::Int ? static_cast<double>(static_cast<long>(value)) : value;
-}
-
-// A write in another unit.
-[[gnu::noinline]] void ConvertedWrite(const clsVXUnits& units, const FieldDesc& d, double value, int unit,
-                                      double& cell) {
-  cell = CellValue(d, units.Convert(d.family, value, kCurrent, unit));
-}
-}  // namespace
-
-size_t clsVXSpeedPerformance::Offset(int row, int column) const {
-  return RowOffset(row, column, speedIndex_, rows_.size(), kColumnCount);
-}
-
-// The calls of Read and Write are tail calls, so that a read or write without conversion (most
-// of them) saves no registers.
-double clsVXSpeedPerformance::Read(int row, int column, int unit) const {
-  const FieldDesc& d = kColumns[column];
-  const double stored = rows_[RowOffset(row, column, speedIndex_, rows_.size(), kColumnCount)];
-  if (d.family != UnitFamily::None && unit != kCurrent)
-    return ConvertedRead(*units_, d, stored, unit, errors_);
-  if (d.check == Check::None && std::isfinite(stored)) return stored;
-  return CheckedRead(errors_, d, stored, stored);
-}
-
-void clsVXSpeedPerformance::Write(int row, int column, int unit, double value) {
-  const FieldDesc& d = kColumns[column];
-  double& cell = rows_[RowOffset(row, column, speedIndex_, rows_.size(), kColumnCount)];
-  if (d.family != UnitFamily::None && unit != kCurrent) return ConvertedWrite(*units_, d, value, unit, cell);
-  cell = CellValue(d, value);
+// A write in another unit; a check column keeps the integer part.
+void clsVXSpeedPerformance::ConvertedWrite(const FieldDesc& d, double value, int unit, double& cell) {
+  const double v = units_->Convert(d.family, value, kCurrent, unit);
+  cell = d.kind == FieldKind::Int ? static_cast<double>(static_cast<long>(v)) : v;
 }
 
 std::string clsVXSpeedPerformance::FormattedOf(int row, int column, bool showMarks) const {

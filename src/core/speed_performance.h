@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <initializer_list>
 #include <memory>
 #include <span>
@@ -32,6 +33,12 @@ class clsVXSpeedPerformance {
     Count
   };
   static constexpr int kColumnCount = static_cast<int>(Field::Count);
+  // The column descriptions, visible to the inline reads and writes: a read or write of a
+  // named column compiles to the one path its column takes.
+  static constexpr FieldDesc kColumns[] = {
+#include "core/fields_table.h"
+#include "core/speed_performance_fields.def"
+  };
 #include "core/columns_accessors.h"
 #include "core/speed_performance_fields.def"
 
@@ -80,8 +87,32 @@ class clsVXSpeedPerformance {
   static std::span<const FieldDesc> Columns();
   static const FieldDesc& Column(int column) { return Columns()[column]; }
   static int ColumnIndex(std::string_view name);  // -1 if unknown
-  double Read(int row, int column, int unit) const;
-  void Write(int row, int column, int unit, double value);
+  // The common read and write (a row in the table, no conversion, no check or a check that
+  // passes) are inline; conversions, refusals and a row outside the table go out of line.
+  double Read(int row, int column, int unit) const {
+    const FieldDesc& d = kColumns[column];
+    const double stored = rows_[Offset(row, column)];
+    if (d.family != UnitFamily::None && unit != kCurrent) return ConvertedRead(d, stored, unit);
+    if (!FailsCheckInline(d, stored) && std::isfinite(stored)) return stored;
+    return CheckedRead(d, stored);
+  }
+  void Write(int row, int column, int unit, double value) {
+    const FieldDesc& d = kColumns[column];
+    double& cell = rows_[Offset(row, column)];
+    if (d.family != UnitFamily::None && unit != kCurrent) return ConvertedWrite(d, value, unit, cell);
+    cell = d.kind == FieldKind::Int ? static_cast<double>(static_cast<long>(value)) : value;
+  }
+  // Read and Write in the unit of a scale prepared for the column's family (to that unit from
+  // the table's for a read, the other way for a write): the same numbers, pushed words and
+  // faults as Read and Write with that unit.
+  double ReadIn(int row, int column, const UnitScale& scale) const {
+    if (!scale.Prepared()) return Read(row, column, scale.ToIndex());
+    return scale(Read(row, column, kCurrent));
+  }
+  void WriteIn(int row, int column, const UnitScale& scale, double value) {
+    if (!scale.Prepared()) return Write(row, column, scale.FromIndex(), value);
+    Write(row, column, kCurrent, scale(value));
+  }
   double Raw(int row, int column) const { return rows_.at(Offset(row, column)); }
   void SetRaw(int row, int column, double value) { rows_.at(Offset(row, column)) = value; }
   // The column's text, by its format or else its family's format, with the dash rule and,
@@ -113,7 +144,21 @@ class clsVXSpeedPerformance {
   void ConvertAllData(const clsVXUnits& newUnits, const clsVXUnits& oldUnits);
 
  private:
-  size_t Offset(int row, int column) const;
+  // The place of (row, column), a row of -1 standing for the current row.
+  size_t Offset(int row, int column) const {
+    if (row == -1) row = speedIndex_;
+    if (row < 0 || static_cast<size_t>(row + 1) * kColumnCount > rows_.size()) RowOutOfRange();
+    return static_cast<size_t>(row) * kColumnCount + static_cast<size_t>(column);
+  }
+  [[noreturn, gnu::cold]] static void RowOutOfRange();
+  // The read checks the speed table's columns have (a named column's folds to one test).
+  static bool FailsCheckInline(const FieldDesc& d, double v) {
+    return (d.check == Check::NotPositive && v <= 0.0) ||
+           (d.check != Check::None && d.check != Check::NotPositive && FailsCheck(d, v));
+  }
+  double ConvertedRead(const FieldDesc& d, double stored, int unit) const;
+  double CheckedRead(const FieldDesc& d, double stored) const;
+  void ConvertedWrite(const FieldDesc& d, double value, int unit, double& cell);
 
   std::shared_ptr<clsVXUnits> units_;
   std::shared_ptr<clsVXWaterProperties> water_;

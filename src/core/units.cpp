@@ -255,6 +255,26 @@ double clsVXUnits::Convert(UnitFamily f, double value, int toIndex, int fromInde
                       sigDigits_);
 }
 
+UnitScale::UnitScale(const clsVXUnits* units, UnitFamily family, int toIndex, int fromIndex)
+    : units_(units), family_(family), toIndex_(toIndex), fromIndex_(fromIndex) {
+  if (!units) return;
+  // The fast way of Convert, taken once.
+  const auto code = static_cast<size_t>(family);
+  const int ordinal = code < kFamilyBases.size() ? kFamilyBases[code].ordinal : -1;
+  if (ordinal < 0 || !startupFactors.ready) return;
+  const clsVXUnits::Slot& s = units->slots_[static_cast<size_t>(ordinal)];
+  const int to = toIndex == kCurrent ? s.index : toIndex;
+  const int from = fromIndex == kCurrent ? s.index : fromIndex;
+  const PoweredFactors& table = startupFactors.table;
+  const auto n = static_cast<unsigned>(table.count[static_cast<size_t>(ordinal)]);
+  if (static_cast<unsigned>(to) >= n || static_cast<unsigned>(from) >= n) return;
+  const auto& factor = table.factor[static_cast<size_t>(ordinal)][kFamilyBases[code].power];
+  to_ = factor[static_cast<size_t>(to)];
+  from_ = factor[static_cast<size_t>(from)];
+  sigDigits_ = units->sigDigits_;
+  prepared_ = true;
+}
+
 void clsVXUnits::ClearAllData() {
   unitsFormReturn_ = 2;
   sigDigits_ = -1;

@@ -145,6 +145,7 @@ class clsVXUnits {
   }
 
  private:
+  friend class UnitScale;
   struct Slot {
     int index = 0;
     std::string format;
@@ -157,6 +158,35 @@ class clsVXUnits {
   std::array<Slot, kUnitFamilyCount> slots_{};
   int sigDigits_ = -1;
   int unitsFormReturn_ = 2;
+};
+
+double RoundToSigDigits(double value, int digits, std::string* formatOut);  // core/helpers.h
+
+// One conversion of a family, from one unit to another, prepared for many values: the same
+// number as clsVXUnits::Convert of the same arguments. Between two standard units the factors
+// and the rounding are looked up once; any other conversion (a temperature, a custom unit, an
+// index out of range) goes through Convert on every call, where it throws as it always has.
+// The units must not change while the scale is in use (within one prediction run).
+class UnitScale {
+ public:
+  // `units` may be null: nothing is prepared then.
+  UnitScale(const clsVXUnits* units, UnitFamily family, int toIndex, int fromIndex);
+  double operator()(double value) const {
+    if (!prepared_) return units_->Convert(family_, value, toIndex_, fromIndex_);
+    const double v = value * to_ / from_;
+    return sigDigits_ != -1 ? RoundToSigDigits(v, sigDigits_, nullptr) : v;
+  }
+  bool Prepared() const { return prepared_; }
+  int ToIndex() const { return toIndex_; }
+  int FromIndex() const { return fromIndex_; }
+
+ private:
+  const clsVXUnits* units_;
+  UnitFamily family_;
+  int toIndex_, fromIndex_;
+  bool prepared_ = false;
+  int sigDigits_ = -1;
+  double to_ = 1.0, from_ = 1.0;
 };
 
 // The two presets of the units dialog, applied to a working copy.

@@ -2,7 +2,6 @@
 #include "resistance/appendage_drag.h"
 
 #include <iterator>
-#include <optional>
 #include <tuple>
 
 #include "core/constants.h"
@@ -131,29 +130,28 @@ void ReadComponents(const clsVXAppendage& appendage, AppendageRun& run) {
   run.read = true;
 }
 
-bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXAppendage& appendage,
-                               clsVXSpeedPerformance& sp, int row, AppendageRun* run) {
+// The sum over the kinds; `read` is the run's (`single` false) or a single row's own.
+bool ComponentSum(double& drag, clsVXWaterProperties& water, clsVXAppendage& appendage,
+                  clsVXSpeedPerformance& sp, int row, AppendageRun& read, bool single) {
   SetCalcLocation("Holtrop Form Factor appendage drag prediction");
   // The water and the appendages do not change within a run: a run reads them at its first
   // row. A later row still looks at the water's error stack, where a word another step has
   // pushed since stops it as a fresh reading would.
-  const bool reuse = run && run->read;
-  const double rho = reuse ? run->rho : water.Density(kSlugPerFt3);
+  const bool reuse = !single && read.read;
+  const double rho = reuse ? read.rho : water.Density(kSlugPerFt3);
   if (water.ErrorsFound()) {
     AddCalcErrors(water.Errors());
     return false;
   }
   // The caller of a run has read the row's speed already; its check passed then.
-  const double v = run ? run->speed : sp.Speed(row, kFtPerSec);
+  const double v = single ? sp.Speed(row, kFtPerSec) : read.speed;
   const double rn = sp.CoefReynoldsLength(row);
   const double ca = sp.CoefDragBareHullCorrAllowance(row);
   if (sp.ErrorsFound()) {
     AddCalcErrors(sp.Errors());
     return false;
   }
-  const Flow flow{run ? run->shipFriction.At(rn) : CalcFrictionITTC57(rn), ca, 0.5 * rho * v * v, v, rho};
-  std::optional<AppendageRun> once;
-  AppendageRun& read = run ? *run : once.emplace();
+  const Flow flow{single ? CalcFrictionITTC57(rn) : read.shipFriction.At(rn), ca, 0.5 * rho * v * v, v, rho};
   if (!reuse) {
     ReadComponents(appendage, read);
     read.rho = rho;
@@ -170,6 +168,14 @@ bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXA
   // error here.
   appendage.ClearErrorStack();
   return true;
+}
+
+// A row of a run takes the run's appendages; a single row reads its own.
+bool AppendageHoltropComponent(double& drag, clsVXWaterProperties& water, clsVXAppendage& appendage,
+                               clsVXSpeedPerformance& sp, int row, AppendageRun* run) {
+  if (run) return ComponentSum(drag, water, appendage, sp, row, *run, false);
+  AppendageRun once;
+  return ComponentSum(drag, water, appendage, sp, row, once, true);
 }
 
 }  // namespace

@@ -21,15 +21,15 @@ namespace {
 // afterwards, unless the estimate has left an error to be reported under its own text.
 class ProgressText {
  public:
-  explicit ProgressText(std::string_view text) : saved_(GetCalcLocation()) { SetCalcLocation(text); }
+  explicit ProgressText(const char* text) : saved_(SaveCalcLocation()) { SetCalcLocation(text); }
   ~ProgressText() {
-    if (!CalcErrorFoundFlag()) SetCalcLocation(saved_);
+    if (!CalcErrorFoundFlag()) RestoreCalcLocation(saved_);
   }
   ProgressText(const ProgressText&) = delete;
   ProgressText& operator=(const ProgressText&) = delete;
 
  private:
-  std::string saved_;
+  SavedCalcLocation saved_;
 };
 
 double Lcb(double lcbLwlRatio) { return (lcbLwlRatio - 0.5) * 100.0; }

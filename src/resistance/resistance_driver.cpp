@@ -152,6 +152,18 @@ FinishSettings ReadFinishSettings(const clsVXResistance& resistance) {
   return f;
 }
 
+// The conversions of the speed, drag and power columns that every row makes, prepared once
+// per run: speed in ft/s, drags written in lbf and read in lbf and N, powers written in hp.
+struct RowUnits {
+  UnitScale speedFtS, fromLbf, toLbf, toN, fromHp;
+  explicit RowUnits(const clsVXUnits* u)
+      : speedFtS(u, UnitFamily::Speed, kFtPerSec, kCurrent),
+        fromLbf(u, UnitFamily::Force, kCurrent, kLbf),
+        toLbf(u, UnitFamily::Force, kLbf, kCurrent),
+        toN(u, UnitFamily::Force, kN, kCurrent),
+        fromHp(u, UnitFamily::Power, kCurrent, kHp) {}
+};
+
 // One added-drag column (wind, seas, channel): Off gives 0, Calc the method's drag in newtons,
 // Lock and Enter keep what stands in the column.
 template <class Calc>
@@ -177,6 +189,7 @@ struct ShipRow {
   bool catamaranInterference, roughness;
   double correlationAllowance, stdRoughnessTerm, roughnessTerm;
   ModelSettings model;
+  const RowUnits* units;
 };
 
 bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLength, clsVXHull& hull,
@@ -241,22 +254,27 @@ bool CalcBareHullRow(const ShipRow& ship, int row, double V, double Fn, double R
   const double ct = cr + sp.CoefDragBareHullRoughness(row) + sp.CoefDragBareHullCorrAllowance(row) +
                     sp.CoefDragBareHullViscous(row);
   sp.CoefDragBareHull(row, ct);
-  sp.DragBareHullResiduary(row, kLbf, q * cr);
-  sp.DragBareHullIndividual(row, kLbf, q * ct);
+  const RowUnits& u = *ship.units;
+  sp.WriteIn(row, FieldId(Col::DragBareHullResiduary), u.fromLbf, q * cr);
+  sp.WriteIn(row, FieldId(Col::DragBareHullIndividual), u.fromLbf, q * ct);
   sp.DragBareHull(row, kCurrent, sp.DragBareHullIndividual(row, kCurrent) * ship.hullCount);
-  sp.PowerEffectiveBareHull(row, kHp, sp.DragBareHull(row, kLbf) * V / 550.0);
+  sp.WriteIn(row, FieldId(Col::PowerEffectiveBareHull), u.fromHp,
+             sp.ReadIn(row, FieldId(Col::DragBareHull), u.toLbf) * V / 550.0);
   const double telfer = 0.5 * ship.S * ship.L / ship.vol;  // from CT to Telfer's coefficient
   sp.CoefDragBareHullResiduaryTelfer(row, cr * telfer);
   sp.CoefDragBareHullTelfer(row, ct * telfer);
   sp.CoefDragBareHullWeightRatio(
-      row, ship.dispKg > 0.0 ? sp.DragBareHullIndividual(row, kN) / (ship.dispKg * GravitySI) : 0.0);
+      row, ship.dispKg > 0.0
+               ? sp.ReadIn(row, FieldId(Col::DragBareHullIndividual), u.toN) / (ship.dispKg * GravitySI)
+               : 0.0);
   return true;
 }
 
 // What follows the bare hull in every row, whichever the route: the appendage drag, the added
 // drags, the margin, the total and its effective power. `appendages` keeps the appendages of
 // the component method from row to row.
-bool FinishRow(const FinishSettings& settings, int hullCount, int row, double V, clsVXWaterProperties& water,
+bool FinishRow(const FinishSettings& settings, const RowUnits& units, int hullCount, int row, double V,
+               clsVXWaterProperties& water,
                clsVXHull& hull, clsVXAppendage& appendage, clsVXEnvironment& environment,
                clsVXITTC78Expansion& ittc78, clsVXResistance& resistance, clsVXSpeedPerformance& sp,
                AppendageRun& appendages) {
@@ -269,7 +287,7 @@ bool FinishRow(const FinishSettings& settings, int hullCount, int row, double V,
       appendages.speed = V;
       if (!CalcAppendageDrag(drag, water, hull, appendage, ittc78, resistance, sp, row, &appendages))
         return false;
-      sp.DragAppendages(row, kLbf, drag * hullCount);
+      sp.WriteIn(row, FieldId(Col::DragAppendages), units.fromLbf, drag * hullCount);
       break;
     }
     default:
@@ -312,7 +330,8 @@ bool FinishRow(const FinishSettings& settings, int hullCount, int row, double V,
                sp.DragBareHull(row, kCurrent) + sp.DragAppendages(row, kCurrent) +
                    sp.DragWind(row, kCurrent) + sp.DragSeas(row, kCurrent) + sp.DragChannel(row, kCurrent) +
                    sp.DragMargin(row, kCurrent));
-  sp.PowerEffectiveTotal(row, kHp, sp.DragTotal(row, kLbf) * V / 550.0);
+  sp.WriteIn(row, FieldId(Col::PowerEffectiveTotal), units.fromHp,
+             sp.ReadIn(row, FieldId(Col::DragTotal), units.toLbf) * V / 550.0);
   return true;
 }
 
@@ -372,11 +391,13 @@ bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppenda
     }
   }
 
+  const RowUnits units(sp.Units().get());
+  ship.units = &units;
   HullDragRun run;
   AppendageRun appendages;
   for (int row = 0; row < sp.count(); ++row) {
     sp.SpeedIndex(row);
-    const double V = sp.Speed(row, kFtPerSec);
+    const double V = sp.ReadIn(row, FieldId(Col::Speed), units.speedFtS);
     const double Fn = V / std::sqrt(GravityFt * ship.L);
     const double Rn = V * ship.L / ship.nu;
     if (sp.ErrorsFound()) {
@@ -400,7 +421,7 @@ bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppenda
         break;
     }
 
-    if (!FinishRow(finish, ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance,
+    if (!FinishRow(finish, units, ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance,
                    sp, appendages))
       return false;
   }
@@ -551,10 +572,11 @@ bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAp
   ship.hullCount = HullCount(hull);
   const FinishSettings finish = ReadFinishSettings(resistance);
 
+  const RowUnits units(sp.Units().get());
   AppendageRun appendages;
   for (int row = 0; row < sp.count(); ++row) {
     sp.SpeedIndex(row);
-    const double V = sp.Speed(row, kFtPerSec);
+    const double V = sp.ReadIn(row, FieldId(Col::Speed), units.speedFtS);
     if (sp.ErrorsFound()) {
       AddCalcErrors(sp.Errors());
       return false;
@@ -576,7 +598,7 @@ bool DragPredictionPlaning(clsVXWaterProperties& water, clsVXHull& hull, clsVXAp
       default:  // Lock (and the file's Enter): the columns stay as they are
         break;
     }
-    if (!FinishRow(finish, ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance,
+    if (!FinishRow(finish, units, ship.hullCount, row, V, water, hull, appendage, environment, ittc78, resistance,
                    sp, appendages))
       return false;
   }

@@ -140,6 +140,19 @@ TEST_F(AppTest, CalcErrorStateComposesOnceAndClears) {
   EXPECT_EQ(GetCalcErrorText(), "\tLength on waterline\r\n\r\n");
   EXPECT_TRUE(CalcErrorsPending());
   EXPECT_EQ(GetCalcErrorText(), "\tReading hull\r\n\r\nCause: \r\n\tLength on waterline\r\n\r\n\r\n");
+  // A location too long for a short string, kept as a literal or copied from a text that is
+  // gone when the cause is composed.
+  for (const bool copied : {false, true}) {
+    if (copied) {
+      SetCalcLocation(std::string("Propulsion interaction prediction"));
+    } else {
+      SetCalcLocation("Propulsion interaction prediction");
+    }
+    AddCalcError("Hull drag");
+    EXPECT_TRUE(CalcErrorsPending());
+    EXPECT_EQ(GetCalcErrorText().substr(0, 36), "\tPropulsion interaction prediction\r\n") << copied;
+    EXPECT_EQ(GetCalcLocation(), "Propulsion interaction prediction");
+  }
 }
 
 TEST_F(AppTest, ShowWarningComposesTheBoxText) {
