@@ -43,6 +43,14 @@ __attribute__((constructor(101))) void HeapOnHugePages() {
 }  // namespace
 #endif
 
+#ifdef VELMAR_FRAME_INDEX
+// The start-up code of a static program hands its unwind frames to these two (the linker
+// directs the calls here, CMakeLists.txt). Nothing is registered, so an exception finds its
+// frame through the sorted index in the program header instead of sorting all frames first.
+extern "C" void __wrap___register_frame_info(const void*, void*) {}
+extern "C" void* __wrap___deregister_frame_info(const void*) { return nullptr; }
+#endif
+
 #ifdef VELMAR_RENDER_HELPER
 #include <unistd.h>
 
