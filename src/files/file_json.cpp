@@ -47,19 +47,25 @@ struct ParseFailure {
   std::string description;
 };
 
-bool IsDigit(char32_t c) { return c >= '0' && c <= '9'; }
-bool IsBlank(char32_t c) { return c == '\r' || c == '\n' || c == '\t' || c == ' '; }
+constexpr bool IsDigit(char32_t c) { return c >= '0' && c <= '9'; }
+constexpr bool IsBlank(char32_t c) { return c == '\r' || c == '\n' || c == '\t' || c == ' '; }
 
 char32_t AsciiLower(char32_t c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; }
 
 // Characters that the reader copies as they are, in runs: those of a key, of a quoted text
 // and of a bare text, and those a number is read from.
-bool IsKeyCharacter(char32_t c) { return c != '"' && c != '\'' && c != ':' && !IsBlank(c); }
+constexpr bool IsKeyCharacter(char32_t c) { return c != '"' && c != '\'' && c != ':' && !IsBlank(c); }
 bool IsTextCharacter(char32_t c) { return c != '"' && c != '\\'; }
 bool IsBareTextCharacter(char32_t c) { return IsTextCharacter(c) && c != ','; }
 bool IsNumberCharacter(char32_t c) {
   return IsDigit(c) || c == '+' || c == '-' || c == '.' || c == 'e' || c == 'E';
 }
+// IsKeyCharacter for the ASCII bytes, false for the others: one load a character.
+constexpr std::array<bool, 256> kKeyByte = [] {
+  std::array<bool, 256> table{};
+  for (unsigned c = 0; c < 0x80; ++c) table[c] = IsKeyCharacter(c);
+  return table;
+}();
 
 // Keys and texts are mostly ASCII, which is one byte in UTF-8 as well. A character of the
 // document is a code point of program text or a Windows-1252 byte of a file.
@@ -110,26 +116,34 @@ double NumberValue(std::string_view t) {
   size_t i = 0;
   bool negative = false;
   if (i < t.size() && (t[i] == '+' || t[i] == '-')) negative = t[i++] == '-';
-  std::string m = "0";
-  int digits = 0;
-  while (i < t.size() && IsDigit(static_cast<unsigned char>(t[i]))) m += t[i++], ++digits;
+  const auto digitsFrom = [&t](size_t at) {
+    while (at < t.size() && IsDigit(static_cast<unsigned char>(t[at]))) ++at;
+    return at;
+  };
+  // The text read: "0", the digits with their point (a point last left out) and the exponent.
+  const size_t mantissa = i;
+  i = digitsFrom(i);
+  size_t digits = i - mantissa;
   if (i < t.size() && t[i] == '.') {
-    m += t[i++];
-    while (i < t.size() && IsDigit(static_cast<unsigned char>(t[i]))) m += t[i++], ++digits;
+    const size_t point = i;
+    i = digitsFrom(i + 1);
+    digits += i - point - 1;
   }
   if (digits == 0) return 0.0;
-  if (m.back() == '.') m.pop_back();
+  std::string m = "0";
+  m.append(t.substr(mantissa, (t[i - 1] == '.' ? i - 1 : i) - mantissa));
   bool negativeExponent = false;
   if (i < t.size() && (t[i] == 'e' || t[i] == 'E')) {
-    std::string e = "e";
     size_t j = i + 1;
-    if (j < t.size() && (t[j] == '+' || t[j] == '-')) negativeExponent = t[j] == '-', e += t[j++];
+    if (j < t.size() && (t[j] == '+' || t[j] == '-')) negativeExponent = t[j] == '-', ++j;
     const size_t first = j;
-    while (j < t.size() && IsDigit(static_cast<unsigned char>(t[j]))) e += t[j++];
-    if (j > first)
-      m += e;
-    else
+    j = digitsFrom(j);
+    if (j > first) {
+      m += 'e';
+      m.append(t.substr(i + 1, j - i - 1));
+    } else {
       negativeExponent = false;
+    }
   }
   double v = 0.0;
   const auto r = std::from_chars(m.data(), m.data() + m.size(), v);
@@ -355,7 +369,7 @@ class clsVXFileJSON::Parser {
       if (!AtEnd() && doc_[pos_] == '"') {
         const size_t start = pos_ + 1;
         size_t end = start;
-        while (end < doc_.size() && doc_[end] < 0x80 && IsKeyCharacter(doc_[end])) ++end;
+        while (end < doc_.size() && kKeyByte[doc_[end]]) ++end;
         if (end < doc_.size() && doc_[end] == '"') {
           const std::string_view inPlace(reinterpret_cast<const char*>(doc_.data()) + start, end - start);
           pos_ = end + 1;
