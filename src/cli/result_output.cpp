@@ -64,8 +64,9 @@ void AppendJsonString(std::string& out, std::string_view s) {
   out += '"';
   size_t plain = 0;  // the start of the run of characters that go out as they are
   for (size_t i = 0; i < s.size(); ++i) {
+    const unsigned char c = static_cast<unsigned char>(s[i]);
+    if (c >= 0x20 && c != '"' && c != '\\') continue;  // the usual case, told at once
     const char* escape = ShortJsonEscape(s[i]);
-    if (!escape && static_cast<unsigned char>(s[i]) >= 0x20) continue;
     out.append(s, plain, i - plain);
     plain = i + 1;
     if (escape) {
