@@ -472,9 +472,10 @@ class clsVXFileJSON::Parser {
     if (AtEnd()) return {};
     const char32_t c = At(0);
     if (IsDigit(c) || ((c == '-' || c == '.') && IsDigit(At(1)))) return ParseNumber();
-    if (Ahead(U"true", false) || Ahead(U"false", false))
+    const char32_t first = AsciiLower(c);  // the words are looked for only behind their letter
+    if ((first == 't' || first == 'f') && (Ahead(U"true", false) || Ahead(U"false", false)))
       return ParseWord(U"true", U"false", "Invalid Boolean");
-    if (Ahead(U"null", false)) return ParseWord(U"null", U"", "Invalid null value");
+    if (first == 'n' && Ahead(U"null", false)) return ParseWord(U"null", U"", "Invalid null value");
     if (c == '{' || c == '[') {
       // The recursion is bounded, so a hostile document can't exhaust the stack.
       if (depth >= kMaxNesting) {
