@@ -216,7 +216,9 @@ class clsVXFileJSON::Parser {
   template <class Plain>
   std::string_view AsciiRun(Plain plain, std::string& buffer) {
     const size_t start = pos_;
-    while (!AtEnd() && doc_[pos_] < 0x80 && plain(doc_[pos_])) ++pos_;
+    size_t end = start;  // a local: the member would be stored at every character
+    while (end < doc_.size() && doc_[end] < 0x80 && plain(doc_[end])) ++end;
+    pos_ = end;
     if constexpr (std::is_same_v<Unit, unsigned char>) {
       return {reinterpret_cast<const char*>(doc_.data()) + start, pos_ - start};
     } else {
@@ -309,8 +311,8 @@ class clsVXFileJSON::Parser {
       const void* star = std::memchr(doc_.data() + from, '*', doc_.size() - from);
       return star ? static_cast<size_t>(static_cast<const Unit*>(star) - doc_.data()) : doc_.size();
     } else {
-      return static_cast<size_t>(std::find(doc_.begin() + static_cast<std::ptrdiff_t>(from), doc_.end(), U'*') -
-                                 doc_.begin());
+      return static_cast<size_t>(
+          std::find(doc_.begin() + static_cast<std::ptrdiff_t>(from), doc_.end(), U'*') - doc_.begin());
     }
   }
 
@@ -403,7 +405,7 @@ class clsVXFileJSON::Parser {
         ++pos_;
         return key;
       } else if (c < 0x80 && IsKeyCharacter(c)) {
-        key += AsciiRun(IsKeyCharacter, scratch_);
+        key += AsciiRun([](char32_t k) { return IsKeyCharacter(k); }, scratch_);
       } else {
         if (c == ':' && valid) {
           Line("Invalid Key at position " + Position() + " : " + key);
@@ -505,9 +507,10 @@ class clsVXFileJSON::Parser {
   // Nine characters or fewer without '.', 'e' or 'E' make a 32-bit integer, anything else a
   // double. A number that runs to the end of the document is cut off and yields empty.
   JsonValue ParseNumber() {
-    const std::string_view text = AsciiRun(IsNumberCharacter, scratch_);
+    const std::string_view text = AsciiRun([](char32_t c) { return IsNumberCharacter(c); }, scratch_);
     if (AtEnd()) return {};
-    if (text.find_first_of(".eE") != std::string_view::npos || text.size() > 9)
+    if (text.size() > 9 ||
+        std::any_of(text.begin(), text.end(), [](char c) { return c == '.' || c == 'e' || c == 'E'; }))
       return JsonValue(NumberValue(text));
     return JsonValue(IntegerValue(text));
   }

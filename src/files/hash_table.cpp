@@ -117,7 +117,7 @@ bool clsVXHashTable::SameKey(const Entry& e, std::string_view key, size_t hash) 
   const std::string_view stored = KeyOf(e);
   if (stored == key) return true;
   return ignoreCase_ && std::equal(stored.begin(), stored.end(), key.begin(),
-                    [](char s, char c) { return AsciiUpper(s) == AsciiUpper(c); });
+                                   [](char s, char c) { return AsciiUpper(s) == AsciiUpper(c); });
 }
 
 const clsVXHashTable::Entry* clsVXHashTable::FindEntry(std::string_view key, size_t hash) const {
