@@ -47,6 +47,8 @@ void DefineConvert(CLI::App& convert);
 void DefineWater(CLI::App& water);
 int ExitCode();
 void SetExitCode(int code);
+// A path in double quotes, as messages show it.
+inline std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
 // Prints "velmar-cli: " and a one-line message to standard error and sets the exit code.
 void Fail(int code, const std::string& message);
 // Runs a command's body: a fault of the engine ends the command with one line rather than an

@@ -24,8 +24,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
-
 // A message of the engine as one line.
 std::string OneLine(std::string_view text) {
   std::string s(text);

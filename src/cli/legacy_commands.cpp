@@ -17,8 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
-
 void PrintItems(const LegacyReport& r, const std::string& head) {
   if (r.items.empty()) return;
   std::string text = r.ItemsText();

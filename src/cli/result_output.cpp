@@ -1,6 +1,7 @@
 // Numbers, texts and column lists of the machine-readable outputs.
 #include "cli/result_output.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -58,14 +59,22 @@ const char* ShortJsonEscape(char c) {
   }
 }
 
+// The characters a JSON string can't hold as they are: the control characters, '"' and '\\'.
+constexpr std::array<bool, 256> kNeedsEscape = [] {
+  std::array<bool, 256> table{};
+  for (unsigned c = 0; c < 0x20; ++c) table[c] = true;
+  table['"'] = table['\\'] = true;
+  return table;
+}();
+
 }  // namespace
 
 void AppendJsonString(std::string& out, std::string_view s) {
   out += '"';
   size_t plain = 0;  // the start of the run of characters that go out as they are
   for (size_t i = 0; i < s.size(); ++i) {
+    if (!kNeedsEscape[static_cast<unsigned char>(s[i])]) continue;  // the usual case, one load
     const char* escape = ShortJsonEscape(s[i]);
-    if (!escape && static_cast<unsigned char>(s[i]) >= 0x20) continue;
     out.append(s, plain, i - plain);
     plain = i + 1;
     if (escape) {

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <iterator>
 #include <limits>
 #include <new>
@@ -46,19 +47,25 @@ struct ParseFailure {
   std::string description;
 };
 
-bool IsDigit(char32_t c) { return c >= '0' && c <= '9'; }
-bool IsBlank(char32_t c) { return c == '\r' || c == '\n' || c == '\t' || c == ' '; }
+constexpr bool IsDigit(char32_t c) { return c >= '0' && c <= '9'; }
+constexpr bool IsBlank(char32_t c) { return c == '\r' || c == '\n' || c == '\t' || c == ' '; }
 
 char32_t AsciiLower(char32_t c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; }
 
 // Characters that the reader copies as they are, in runs: those of a key, of a quoted text
 // and of a bare text, and those a number is read from.
-bool IsKeyCharacter(char32_t c) { return c != '"' && c != '\'' && c != ':' && !IsBlank(c); }
+constexpr bool IsKeyCharacter(char32_t c) { return c != '"' && c != '\'' && c != ':' && !IsBlank(c); }
 bool IsTextCharacter(char32_t c) { return c != '"' && c != '\\'; }
 bool IsBareTextCharacter(char32_t c) { return IsTextCharacter(c) && c != ','; }
 bool IsNumberCharacter(char32_t c) {
   return IsDigit(c) || c == '+' || c == '-' || c == '.' || c == 'e' || c == 'E';
 }
+// IsKeyCharacter for the ASCII bytes, false for the others: one load a character.
+constexpr std::array<bool, 256> kKeyByte = [] {
+  std::array<bool, 256> table{};
+  for (unsigned c = 0; c < 0x80; ++c) table[c] = IsKeyCharacter(c);
+  return table;
+}();
 
 // Keys and texts are mostly ASCII, which is one byte in UTF-8 as well. A character of the
 // document is a code point of program text or a Windows-1252 byte of a file.
@@ -109,26 +116,34 @@ double NumberValue(std::string_view t) {
   size_t i = 0;
   bool negative = false;
   if (i < t.size() && (t[i] == '+' || t[i] == '-')) negative = t[i++] == '-';
-  std::string m = "0";
-  int digits = 0;
-  while (i < t.size() && IsDigit(static_cast<unsigned char>(t[i]))) m += t[i++], ++digits;
+  const auto digitsFrom = [&t](size_t at) {
+    while (at < t.size() && IsDigit(static_cast<unsigned char>(t[at]))) ++at;
+    return at;
+  };
+  // The text read: "0", the digits with their point (a point last left out) and the exponent.
+  const size_t mantissa = i;
+  i = digitsFrom(i);
+  size_t digits = i - mantissa;
   if (i < t.size() && t[i] == '.') {
-    m += t[i++];
-    while (i < t.size() && IsDigit(static_cast<unsigned char>(t[i]))) m += t[i++], ++digits;
+    const size_t point = i;
+    i = digitsFrom(i + 1);
+    digits += i - point - 1;
   }
   if (digits == 0) return 0.0;
-  if (m.back() == '.') m.pop_back();
+  std::string m = "0";
+  m.append(t.substr(mantissa, (t[i - 1] == '.' ? i - 1 : i) - mantissa));
   bool negativeExponent = false;
   if (i < t.size() && (t[i] == 'e' || t[i] == 'E')) {
-    std::string e = "e";
     size_t j = i + 1;
-    if (j < t.size() && (t[j] == '+' || t[j] == '-')) negativeExponent = t[j] == '-', e += t[j++];
+    if (j < t.size() && (t[j] == '+' || t[j] == '-')) negativeExponent = t[j] == '-', ++j;
     const size_t first = j;
-    while (j < t.size() && IsDigit(static_cast<unsigned char>(t[j]))) e += t[j++];
-    if (j > first)
-      m += e;
-    else
+    j = digitsFrom(j);
+    if (j > first) {
+      m += 'e';
+      m.append(t.substr(i + 1, j - i - 1));
+    } else {
       negativeExponent = false;
+    }
   }
   double v = 0.0;
   const auto r = std::from_chars(m.data(), m.data() + m.size(), v);
@@ -201,7 +216,9 @@ class clsVXFileJSON::Parser {
   template <class Plain>
   std::string_view AsciiRun(Plain plain, std::string& buffer) {
     const size_t start = pos_;
-    while (!AtEnd() && doc_[pos_] < 0x80 && plain(doc_[pos_])) ++pos_;
+    size_t end = start;  // a local: the member would be stored at every character
+    while (end < doc_.size() && doc_[end] < 0x80 && plain(doc_[end])) ++end;
+    pos_ = end;
     if constexpr (std::is_same_v<Unit, unsigned char>) {
       return {reinterpret_cast<const char*>(doc_.data()) + start, pos_ - start};
     } else {
@@ -244,12 +261,25 @@ class clsVXFileJSON::Parser {
   // defined by, quirks included: a lone '/' inside a line comment ends it, and "**/" does not
   // close a block comment (the second '*' restarts it). `pending` means the last character
   // that counted was a lone '/' or '*'; any other character inside a comment clears it.
-  void SkipBlanks() {
-    bool pending = false, inComment = false, inBlock = false;
-    for (; !AtEnd(); ++pos_) {
+  [[gnu::always_inline]] void SkipBlanks() {
+    // Mostly the next token follows at once.
+    if (!AtEnd()) {
       const char32_t c = doc_[pos_];
-      if (IsBlank(c) || c == '(' || c == ')') {
-        if ((c == '\r' || c == '\n') && !inBlock) pending = inComment = false;
+      if (c > ' ' && c != '(' && c != ')' && c != '/' && c != '*') return;
+    }
+    SkipBlankRun();
+  }
+  [[gnu::noinline]] void SkipBlankRun() {
+    // The position is kept in a local: the document's bytes may alias the member, which would
+    // be stored and loaded again at every character.
+    bool pending = false, inComment = false, inBlock = false;
+    const size_t size = doc_.size();
+    size_t at = pos_;
+    for (; at < size; ++at) {
+      const char32_t c = doc_[at];
+      if (c == ' ' || c == '\t' || c == '(' || c == ')') continue;
+      if (c == '\r' || c == '\n') {
+        if (!inBlock) pending = inComment = false;
       } else if (c == '/') {
         if (inBlock) {
           if (pending) pending = inComment = inBlock = false;
@@ -266,9 +296,23 @@ class clsVXFileJSON::Parser {
         }
       } else if (inComment) {
         pending = false;
+        // In a block comment only a '*' can change the state from here: go on at the next.
+        if (inBlock) at = NextStar(at + 1) - 1;
       } else {
-        return;
+        break;
       }
+    }
+    pos_ = at;
+  }
+  // The position of the next '*' from `from` on, or the end of the document.
+  size_t NextStar(size_t from) const {
+    if (from >= doc_.size()) return doc_.size();
+    if constexpr (std::is_same_v<Unit, unsigned char>) {
+      const void* star = std::memchr(doc_.data() + from, '*', doc_.size() - from);
+      return star ? static_cast<size_t>(static_cast<const Unit*>(star) - doc_.data()) : doc_.size();
+    } else {
+      return static_cast<size_t>(
+          std::find(doc_.begin() + static_cast<std::ptrdiff_t>(from), doc_.end(), U'*') - doc_.begin());
     }
   }
 
@@ -281,6 +325,7 @@ class clsVXFileJSON::Parser {
       return object;
     }
     ++pos_;
+    std::string keyText;  // a key that is not read in place
     for (;;) {
       SkipBlanks();
       if (AtEnd()) break;
@@ -295,7 +340,7 @@ class clsVXFileJSON::Parser {
         SkipBlanks();
       }
       bool valid = true;
-      const std::string key = ParseKey(valid);
+      const std::string_view key = ParseKey(valid, keyText);
       if (AtEnd()) break;
       try {
         JsonValue value = ParseValue(depth);
@@ -304,7 +349,7 @@ class clsVXFileJSON::Parser {
           if (error != kHashOk) throw ParseFailure{std::string(HashTableErrorText(error))};
         }
       } catch (const ParseFailure& f) {
-        Line(f.description + ": " + key);
+        Line(f.description + ": " + std::string(key));
         return object;
       }
       if (stopped_) return object;
@@ -318,9 +363,29 @@ class clsVXFileJSON::Parser {
   // line is added and the key kept, and the value is read as usual. A ':' inside quotes makes
   // the key invalid: the line is added, the scan goes on to the key's end and the caller
   // reads the value and drops the pair.
-  std::string ParseKey(bool& valid) {
+  // The key is returned in place in the file when it is a quoted run of key characters, as
+  // nearly all are; otherwise it is built in `key`.
+  std::string_view ParseKey(bool& valid, std::string& key) {
     SkipBlanks();
-    std::string key;
+    if constexpr (std::is_same_v<Unit, unsigned char>) {
+      if (!AtEnd() && doc_[pos_] == '"') {
+        const size_t start = pos_ + 1;
+        size_t end = start;
+        while (end < doc_.size() && kKeyByte[doc_[end]]) ++end;
+        if (end < doc_.size() && doc_[end] == '"') {
+          const std::string_view inPlace(reinterpret_cast<const char*>(doc_.data()) + start, end - start);
+          pos_ = end + 1;
+          SkipBlanks();
+          if (!AtEnd() && doc_[pos_] == ':') {
+            ++pos_;
+          } else {
+            Line("Invalid Key at position " + Position() + " : " + std::string(inPlace));
+          }
+          return inPlace;
+        }
+      }
+    }
+    key.clear();
     bool quoted = false;
     while (!AtEnd()) {
       const Unit c = doc_[pos_];
@@ -340,7 +405,7 @@ class clsVXFileJSON::Parser {
         ++pos_;
         return key;
       } else if (c < 0x80 && IsKeyCharacter(c)) {
-        key += AsciiRun(IsKeyCharacter, scratch_);
+        key += AsciiRun([](char32_t k) { return IsKeyCharacter(k); }, scratch_);
       } else {
         if (c == ':' && valid) {
           Line("Invalid Key at position " + Position() + " : " + key);
@@ -357,40 +422,49 @@ class clsVXFileJSON::Parser {
   // filled with an empty text after warning the user; a comma before ']' is harmless.
   JsonList ParseList(int depth) {
     SkipBlanks();
-    JsonList list;
     if (AtEnd() || doc_[pos_] != '[') {
       Line("Invalid Array at position " + Position() + " : " + Slice(20));
-      return list;
+      return {};
     }
     ++pos_;
+    // The items gather in the list kept for this depth, and the list returned gets its size
+    // at once rather than growing item by item.
+    if (items_.empty()) items_.resize(kMaxNesting + 1);
+    JsonList& items = items_[static_cast<size_t>(depth)];
+    items.clear();
+    const auto done = [&items] {
+      JsonList list(std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
+      items.clear();
+      return list;
+    };
     size_t index = 0;
     for (;;) {
       SkipBlanks();
       while (!AtEnd() && (doc_[pos_] == ']' || doc_[pos_] == ',')) {
         if (doc_[pos_] == ']') {
           ++pos_;
-          return list;
+          return done();
         }
         ++pos_;
         ++index;
-        while (list.size() < index) {
+        while (items.size() < index) {
           Hooks().ShowMessage("Loss of data",
                               "Possible loss of data while importing file at position " + Position(), 0);
-          list.emplace_back(std::string());
+          items.emplace_back(std::string());
         }
         SkipBlanks();
       }
       if (AtEnd()) break;
       try {
-        list.push_back(ParseValue(depth));
+        items.push_back(ParseValue(depth));
       } catch (const ParseFailure& f) {
         Line(f.description + ": " + Slice(20));
-        return list;
+        return done();
       }
-      if (stopped_) return list;
+      if (stopped_) return done();
     }
     Truncated();
-    return list;
+    return done();
   }
 
   // The kind of a value is told by its first characters. "-.5" is a string: the number test
@@ -400,9 +474,10 @@ class clsVXFileJSON::Parser {
     if (AtEnd()) return {};
     const char32_t c = At(0);
     if (IsDigit(c) || ((c == '-' || c == '.') && IsDigit(At(1)))) return ParseNumber();
-    if (Ahead(U"true", false) || Ahead(U"false", false))
+    const char32_t first = AsciiLower(c);  // the words are looked for only behind their letter
+    if ((first == 't' || first == 'f') && (Ahead(U"true", false) || Ahead(U"false", false)))
       return ParseWord(U"true", U"false", "Invalid Boolean");
-    if (Ahead(U"null", false)) return ParseWord(U"null", U"", "Invalid null value");
+    if (first == 'n' && Ahead(U"null", false)) return ParseWord(U"null", U"", "Invalid null value");
     if (c == '{' || c == '[') {
       // The recursion is bounded, so a hostile document can't exhaust the stack.
       if (depth >= kMaxNesting) {
@@ -432,9 +507,10 @@ class clsVXFileJSON::Parser {
   // Nine characters or fewer without '.', 'e' or 'E' make a 32-bit integer, anything else a
   // double. A number that runs to the end of the document is cut off and yields empty.
   JsonValue ParseNumber() {
-    const std::string_view text = AsciiRun(IsNumberCharacter, scratch_);
+    const std::string_view text = AsciiRun([](char32_t c) { return IsNumberCharacter(c); }, scratch_);
     if (AtEnd()) return {};
-    if (text.find_first_of(".eE") != std::string_view::npos || text.size() > 9)
+    if (text.size() > 9 ||
+        std::any_of(text.begin(), text.end(), [](char c) { return c == '.' || c == 'e' || c == 'E'; }))
       return JsonValue(NumberValue(text));
     return JsonValue(IntegerValue(text));
   }
@@ -473,7 +549,8 @@ class clsVXFileJSON::Parser {
         return out;
       }
       if (c < 0x80 && IsTextCharacter(c)) {
-        out += AsciiRun(quoted ? IsTextCharacter : IsBareTextCharacter, scratch_);
+        out += quoted ? AsciiRun([](char32_t t) { return IsTextCharacter(t); }, scratch_)
+                      : AsciiRun([](char32_t t) { return IsBareTextCharacter(t); }, scratch_);
         continue;
       }
       if (c != '\\') {
@@ -510,6 +587,7 @@ class clsVXFileJSON::Parser {
 
   std::span<const Unit> doc_;
   std::string scratch_;  // the narrowed runs of program text
+  std::vector<JsonList> items_;  // per depth, the items of the list being read
   std::string& errors_;
   size_t pos_ = 0;
   bool stopped_ = false;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "core/helpers.h"
 
@@ -83,18 +84,19 @@ void clsVXHashTable::SetSize(std::int32_t hashSize, std::int32_t listSize, std::
   if (hashSize >= 1) hashSize_ = hashSize;
   if (listSize >= 1) listSize_ = listSize;
   if (chunkSize >= 1) chunkSize_ = chunkSize;
-  slots_.clear();
+  entries_.clear();
+  keyChars_.clear();
+  index_.clear();
 }
 
 namespace {
 
 char AsciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-}  // namespace
-
-// Eight bytes at a time, each with bit 5 cleared: a letter hashes as its upper case. (A few
-// other pairs of characters meet as well, such as '@' and '`', which a hash may do.)
-size_t clsVXHashTable::KeyHash::operator()(std::string_view s) const {
+// Eight bytes at a time, each with bit 5 cleared: a letter hashes as its upper case, so that
+// a key is found in any case in a case-blind table. (A few other pairs of characters meet as
+// well, such as '@' and '`', which a hash may do.)
+size_t KeyHash(std::string_view s) {
   constexpr std::uint64_t kFold = ~0x2020202020202020ull, kMultiplier = 0x9E3779B97F4A7C15ull;
   std::uint64_t h = s.size() * kMultiplier;
   for (size_t i = 0; i < s.size(); i += 8) {
@@ -106,31 +108,81 @@ size_t clsVXHashTable::KeyHash::operator()(std::string_view s) const {
   return static_cast<size_t>(h);
 }
 
-bool clsVXHashTable::KeyEqual::operator()(AnyCase k, std::string_view stored) const {
-  return stored.size() == k.key.size() && std::equal(stored.begin(), stored.end(), k.key.begin(),
-                                                     [](char s, char c) { return s == AsciiUpper(c); });
+constexpr size_t kFirstIndexSize = 16, kFirstEntries = 8;
+
+}  // namespace
+
+bool clsVXHashTable::SameKey(const Entry& e, std::string_view key, size_t hash) const {
+  if (e.hash != hash || e.keySize != key.size()) return false;
+  const std::string_view stored = KeyOf(e);
+  if (stored == key) return true;
+  return ignoreCase_ && std::equal(stored.begin(), stored.end(), key.begin(),
+                                   [](char s, char c) { return AsciiUpper(s) == AsciiUpper(c); });
 }
 
-std::string clsVXHashTable::Normal(std::string_view key) const {
-  std::string k(key);
-  if (ignoreCase_) std::transform(k.begin(), k.end(), k.begin(), AsciiUpper);
-  return k;
+const clsVXHashTable::Entry* clsVXHashTable::FindEntry(std::string_view key, size_t hash) const {
+  if (index_.empty()) return nullptr;
+  const size_t mask = index_.size() - 1;
+  for (size_t at = hash & mask;; at = (at + 1) & mask) {
+    const std::uint32_t n = index_[at];
+    if (n == 0) return nullptr;
+    const Entry& e = entries_[n - 1];
+    if (SameKey(e, key, hash)) return &e;
+  }
+}
+
+clsVXHashTable::Entry* clsVXHashTable::FindEntry(std::string_view key, size_t hash) {
+  return const_cast<Entry*>(std::as_const(*this).FindEntry(key, hash));
+}
+
+void clsVXHashTable::Reindex(size_t capacity) {
+  index_.assign(capacity, 0);
+  const size_t mask = capacity - 1;
+  for (size_t i = 0; i < entries_.size(); ++i) {
+    size_t at = entries_[i].hash & mask;
+    while (index_[at] != 0) at = (at + 1) & mask;
+    index_[at] = static_cast<std::uint32_t>(i + 1);
+  }
+}
+
+clsVXHashTable::Entry& clsVXHashTable::NewEntry(std::string_view key, size_t hash) {
+  const size_t at = keyChars_.size();
+  keyChars_.append(key);
+  if (entries_.empty()) entries_.reserve(kFirstEntries);
+  entries_.emplace_back(static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(key.size()), hash);
+  if (entries_.size() * 2 > index_.size()) {
+    Reindex(index_.empty() ? kFirstIndexSize : index_.size() * 2);
+  } else {
+    const size_t mask = index_.size() - 1;
+    size_t place = hash & mask;
+    while (index_[place] != 0) place = (place + 1) & mask;
+    index_[place] = static_cast<std::uint32_t>(entries_.size());
+  }
+  return entries_.back();
 }
 
 const clsVXHashTable::Slot* clsVXHashTable::Find(std::string_view key) const {
   if (key.empty()) return nullptr;
-  const auto it = ignoreCase_ ? slots_.find(AnyCase{key}) : slots_.find(key);
-  return it == slots_.end() ? nullptr : &it->second;
+  const Entry* e = FindEntry(key, KeyHash(key));
+  return e ? &e->slot : nullptr;
+}
+
+clsVXHashTable::Slot& clsVXHashTable::SlotFor(std::string_view key) {
+  const size_t hash = KeyHash(key);
+  if (Entry* e = FindEntry(key, hash)) return e->slot;
+  return NewEntry(key, hash).slot;
 }
 
 bool clsVXHashTable::Exists(std::string_view key) const { return Find(key) != nullptr; }
 
 int clsVXHashTable::Add(std::string_view key, JsonValue value, std::string_view comment) {
   if (key.empty()) return kHashInvalidCall;
-  const auto [it, added] = slots_.try_emplace(Normal(key));
-  if (!added) return kHashKeyExists;
-  it->second.value = std::move(value);
-  it->second.comment = comment;
+  const size_t hash = KeyHash(key);
+  if (FindEntry(key, hash)) return kHashKeyExists;
+  Slot& slot = NewEntry(key, hash).slot;
+  slot.value = std::move(value);
+  slot.comment = comment;
+  if (keyList_.empty()) keyList_.reserve(kFirstEntries);
   keyList_.emplace_back(key);
   return kHashOk;
 }
@@ -147,13 +199,14 @@ const JsonValue* clsVXHashTable::Lookup(std::string_view key) const {
 }
 
 void clsVXHashTable::item(std::string_view key, JsonValue value) {
-  if (!key.empty()) slots_[Normal(key)].value = std::move(value);
+  if (!key.empty()) SlotFor(key).value = std::move(value);
 }
 
 int clsVXHashTable::Remove(std::string_view key) {
-  const auto it = key.empty() ? slots_.end() : slots_.find(Normal(key));
-  if (it == slots_.end()) return kHashInvalidCall;
-  slots_.erase(it);
+  const Entry* e = key.empty() ? nullptr : FindEntry(key, KeyHash(key));
+  if (!e) return kHashInvalidCall;
+  entries_.erase(entries_.begin() + (e - entries_.data()));
+  Reindex(index_.size());
   // Exact comparison: in a case-blind table a key removed under another case stays listed.
   std::erase(keyList_, key);
   return kHashOk;
@@ -170,7 +223,7 @@ std::string clsVXHashTable::Comment(std::string_view key) const {
 }
 
 void clsVXHashTable::Comment(std::string_view key, std::string_view comment) {
-  if (!key.empty()) slots_[Normal(key)].comment = comment;
+  if (!key.empty()) SlotFor(key).comment = comment;
 }
 
 }  // namespace velmar

@@ -10,7 +10,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <variant>
 #include <vector>
 
@@ -102,7 +101,7 @@ class clsVXHashTable : public std::enable_shared_from_this<clsVXHashTable> {
   // Removes the item and every entry of the key list that equals `key` exactly.
   int Remove(std::string_view key);
   void RemoveAll();
-  std::int32_t count() const { return static_cast<std::int32_t>(slots_.size()); }
+  std::int32_t count() const { return static_cast<std::int32_t>(entries_.size()); }
   const std::vector<std::string>& Keys() const { return keyList_; }
   std::string Comment(std::string_view key) const;
   void Comment(std::string_view key, std::string_view comment);
@@ -114,27 +113,33 @@ class clsVXHashTable : public std::enable_shared_from_this<clsVXHashTable> {
     JsonValue value;
     std::string comment;
   };
-  // A key of a lookup in a case-blind table, whose stored keys are upper case: it is found in
-  // any case without an upper-case copy of it.
-  struct AnyCase {
-    std::string_view key;
-  };
-  // Keys hash with their letters in upper case, so that both kinds of lookup meet the key.
-  struct KeyHash {
-    using is_transparent = void;
-    size_t operator()(std::string_view s) const;
-    size_t operator()(AnyCase k) const { return (*this)(k.key); }
-  };
-  struct KeyEqual {
-    using is_transparent = void;
-    bool operator()(std::string_view a, std::string_view b) const { return a == b; }
-    bool operator()(AnyCase k, std::string_view stored) const;
+  // An item: its key (a stretch of keyChars_, as the caller gave it), the key's hash and the
+  // slot. A case-blind table compares keys with their letters in upper case.
+  struct Entry {
+    Entry(std::uint32_t at, std::uint32_t size, size_t keyHash) : keyAt(at), keySize(size), hash(keyHash) {}
+    std::uint32_t keyAt, keySize;
+    size_t hash;
+    Slot slot;
   };
 
-  std::string Normal(std::string_view key) const;
+  std::string_view KeyOf(const Entry& e) const { return {keyChars_.data() + e.keyAt, e.keySize}; }
+  bool SameKey(const Entry& e, std::string_view key, size_t hash) const;
+  // The entry of `key` (whose hash is `hash`), or nullptr.
+  Entry* FindEntry(std::string_view key, size_t hash);
+  const Entry* FindEntry(std::string_view key, size_t hash) const;
+  // A new entry at the end (the key is not there yet).
+  Entry& NewEntry(std::string_view key, size_t hash);
+  // Rebuilds the index for `capacity` places (a power of two).
+  void Reindex(size_t capacity);
   const Slot* Find(std::string_view key) const;
+  Slot& SlotFor(std::string_view key);
 
-  std::unordered_map<std::string, Slot, KeyHash, KeyEqual> slots_;
+  // The items in the order they were made, their keys one after the other, and an open
+  // addressing index over them (entry number + 1 per place, 0 for a free place), at most half
+  // full. The storage takes a few blocks per table instead of one or more per item.
+  std::vector<Entry> entries_;
+  std::string keyChars_;
+  std::vector<std::uint32_t> index_;
   std::vector<std::string> keyList_;
   bool ignoreCase_ = false;
   std::int32_t hashSize_ = 1024, listSize_ = 2048, chunkSize_ = 1024;

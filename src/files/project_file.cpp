@@ -16,6 +16,7 @@ namespace velmar {
 namespace {
 
 DateTime (*gClock)() = nullptr;
+bool gKeepDocuments = false;
 
 // PropulsorCalcType of a waterjet: the opener reads the Waterjet block instead of the
 // propeller's three.
@@ -131,11 +132,17 @@ std::string LastModifiedText() {
   return FormatDate(now, "Medium Date") + " " + FormatDate(now, "Short Time");
 }
 
+void KeepOpenedDocuments(bool keep) { gKeepDocuments = keep; }
+
 OpenResult OpenProjectFile(const std::filesystem::path& path) {
   OpenResult result;
   clsVXFileJSON file;
   result.message = LoadDocument(file, path);
   if (!result.message.empty()) return result;
+  if (gKeepDocuments) {
+    thread_local JsonValue kept;
+    kept = file.Parsed();
+  }
   ModelSet& s = App().primary;
   result.opened = true;
   result.current = ReadProjectBlocks(file, s) == 1;
