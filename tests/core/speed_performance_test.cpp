@@ -40,6 +40,18 @@ TEST_F(SpeedPerformanceTest, RowsResizeKeepingWhatRemainsAndRowMinusOneIsTheCurr
   EXPECT_THROW(sp.Raw(0, 0), std::out_of_range);
 }
 
+TEST_F(SpeedPerformanceTest, EveryColumnIsFoundByItsExactName) {
+  const auto columns = clsVXSpeedPerformance::Columns();
+  for (size_t i = 0; i < columns.size(); ++i) {
+    const std::string name = columns[i].name;
+    int first = 0;
+    while (name != columns[static_cast<size_t>(first)].name) ++first;
+    EXPECT_EQ(Col(name.c_str()), first) << name;
+    EXPECT_EQ(Col((name + "x").c_str()), -1) << name;
+  }
+  for (const char* other : {"", "speed", "SPEED", "Speed "}) EXPECT_EQ(Col(other), -1) << other;
+}
+
 TEST_F(SpeedPerformanceTest, FormattedTextsWithDashesAndMarks) {
   using Others = std::vector<std::pair<const char*, double>>;  // further columns of the row
   const Others breakdown = {{"PropellerBreakdownCheck", 1}, {"PercentCavAverageCheck", 2}};
