@@ -53,9 +53,12 @@ DataClass::DataClass(std::span<const FieldDesc> fields, std::shared_ptr<clsVXUni
 }
 
 void DataClass::ResetToInitialValues() {
+  // Most fields have no text: an empty text stays as it is rather than being assigned again,
+  // which made every new object (and every copy of a project for a variant) pay for a text
+  // assignment per field.
   for (size_t i = 0; i < fields_.size(); ++i) {
     values_[i] = fields_[i].init;
-    texts_[i] = fields_[i].textInit;
+    if (*fields_[i].textInit || !texts_[i].empty()) texts_[i] = fields_[i].textInit;
   }
 }
 
