@@ -114,12 +114,14 @@ static_assert(std::size(kComponents) == std::tuple_size_v<decltype(AppendageRun:
 
 // The kinds of appendage as they stand: present, form factor and surface, or own inputs.
 void ReadComponents(const clsVXAppendage& appendage, AppendageRun& run) {
+  run.presentCount = 0;
   for (size_t i = 0; i < std::size(kComponents); ++i) {
     const Component& c = kComponents[i];
     Kind& kind = run.kinds[i];
     kind = Kind{};
     kind.present = c.present(appendage);
     if (!kind.present) continue;
+    run.present[static_cast<size_t>(run.presentCount++)] = static_cast<unsigned char>(i);
     if (c.readOwn) {
       c.readOwn(appendage, kind);
     } else {
@@ -157,9 +159,9 @@ bool ComponentSum(double& drag, clsVXWaterProperties& water, clsVXAppendage& app
     read.rho = rho;
   }
   double sum = 0.0;
-  for (size_t i = 0; i < std::size(kComponents); ++i) {
+  for (int j = 0; j < read.presentCount; ++j) {
+    const size_t i = read.present[static_cast<size_t>(j)];
     const Kind& kind = read.kinds[i];
-    if (!kind.present) continue;
     sum += kComponents[i].ownDrag ? kComponents[i].ownDrag(kind, flow)
                                   : (flow.cf * kind.k + flow.ca) * flow.q * kind.S;
   }
@@ -185,13 +187,14 @@ bool CalcAppendageDrag(double& drag, clsVXWaterProperties& water, clsVXHull& /*h
                        clsVXResistance& resistance, clsVXSpeedPerformance& speedPerformance, int row,
                        AppendageRun* run) {
   drag = 0.0;
+  // The methods run under this guard, which reports a fault as their own guards would.
   return RunGuarded([&] {
     const int method = resistance.AppendageDragMethod();
     switch (method) {
       case kAppendagePercentage:  // each method sets its own location
-        return CalcAppendagePercentage(drag, appendage, speedPerformance, row);
+        return AppendagePercentage(drag, appendage, speedPerformance, row);
       case kAppendageHoltropComponent:
-        return CalcAppendageHoltropComponent(drag, water, appendage, speedPerformance, row, run);
+        return AppendageHoltropComponent(drag, water, appendage, speedPerformance, row, run);
       default:
         // The location text names the wind drag, as the program always has. Only the ids,
         // labels and parameter ranges of the other methods are part of the program.

@@ -33,6 +33,9 @@ struct AppendageRun {
   bool read = false;
   double rho = 0.0;
   std::array<Kind, 11> kinds{};
+  // The indices of the kinds present, in the order of the sum.
+  std::array<unsigned char, 11> present{};
+  int presentCount = 0;
   double speed = 0.0;
   FrictionITTC57Memo shipFriction;
 };
