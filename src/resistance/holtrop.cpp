@@ -30,13 +30,18 @@ bool Fail(const char* text) {
 }  // namespace
 
 bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
+  HullReads r(hull);
+  return ReadHoltropHull(h, r);
+}
+
+bool ReadHoltropHull(HoltropHull& h, HullReads& r) {
   SetCalcLocation("Holtrop bare-hull drag");
   h = HoltropHull{};
+  const clsVXHull& hull = r.Hull();
   try {
     // 1-2. Hull data in feet, pounds and cubic feet; any missing item stops the method. The
     // stern coefficient enters through the form factor.
     // Each item is read once, the coefficients included (HullReads).
-    HullReads r(hull);
     h.L = r.LengthWL(kFt), h.B = r.BeamWLMax(kFt), h.T = r.DraftSubmergedMax(kFt);
     h.W = r.Displacement(kLb), h.Vol = r.DisplacementVolume(kFt), h.S = r.WettedSurface(kFt2);
     h.XB = r.XBuoyancyFwdTr(kFt), h.ABT = r.BulbAreaSect(kFt2), h.Z = r.ZBulbAreaSectBelowWL(kFt);
@@ -221,7 +226,8 @@ bool CalcHullDragHoltropRun(double& ctModel, double& modelLength, int& speedChec
     SetCalcLocation("Holtrop bare-hull drag");
     ok = !PassHullErrors(hull) && CalcHoltropTermsAt(t, run.hull, fn, &modelFriction);
   } else {
-    run.read = ReadHoltropHull(run.hull, hull);
+    run.read = run.reads ? ReadHoltropHull(run.hull, *run.reads) : ReadHoltropHull(run.hull, hull);
+    run.reads = nullptr;
     ok = run.read && CalcHoltropTermsAt(t, run.hull, fn, &modelFriction);
   }
   ctModel = ok ? t.k1 * t.cfModel + t.cw : 0.0;

@@ -4,6 +4,7 @@
 
 #include "resistance/friction.h"
 #include "vessel/hull.h"
+#include "vessel/hull_reads.h"
 
 namespace velmar {
 
@@ -42,6 +43,8 @@ struct HoltropHull {
 // Reads the hull; false (texts in the calculation error state) when an item is missing. A
 // failed form factor is no failure: 1 + k is then 1 and its text stays in the error state.
 bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull);
+// The same through reads of the hull that a caller has begun (and kept, see HullReads).
+bool ReadHoltropHull(HoltropHull& h, HullReads& reads);
 // The speed part: the terms at Froude number `fn` of a hull read by ReadHoltropHull. The
 // model's friction is taken through `modelFriction` when given.
 bool CalcHoltropTermsAt(HoltropTerms& terms, const HoltropHull& h, double fn,
@@ -50,9 +53,12 @@ bool CalcHoltropTermsAt(HoltropTerms& terms, const HoltropHull& h, double fn,
 // The hull part kept for a whole run of speeds: the first speed reads it, the later ones
 // reuse it. A hull whose form factor failed is read again at every speed, so that each speed
 // reports that failure as it always has.
+// `reads`, when given, holds what the caller has read of the hull before the run's first speed;
+// that speed reads on through it (a later reading starts afresh).
 struct HoltropRun {
   HoltropHull hull;
   bool read = false;
+  HullReads* reads = nullptr;
 };
 // CalcHullDragHoltrop over a run; the model's friction is left in `modelFriction`, where the
 // expansion of the same speed finds it.

@@ -346,11 +346,13 @@ bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppenda
     AddCalcErrors(water.Errors());
     return false;
   }
-  ship.vol = hull.DisplacementVolume(kFt);
-  ship.dispKg = hull.Displacement(kKg);
-  ship.L = hull.LengthWL(kFt);
-  ship.LMetres = hull.LengthWL(kM);
-  ship.S = hull.WettedSurface(kFt2);
+  // The Holtrop method reads on through these reads at the first speed (HoltropRun).
+  HullReads hullReads(hull);
+  ship.vol = hullReads.DisplacementVolume(kFt);
+  ship.dispKg = hullReads.Displacement(kKg);
+  ship.L = hullReads.LengthWL(kFt);
+  ship.LMetres = hullReads.LengthWL(kM);
+  ship.S = hullReads.WettedSurface(kFt2);
   if (hull.ErrorsFound()) {
     AddCalcErrors(hull.Errors());
     return false;
@@ -394,6 +396,7 @@ bool DragPredictionCT(clsVXWaterProperties& water, clsVXHull& hull, clsVXAppenda
   const RowUnits units(sp.Units().get());
   ship.units = &units;
   HullDragRun run;
+  run.holtrop.reads = &hullReads;
   AppendageRun appendages;
   for (int row = 0; row < sp.count(); ++row) {
     sp.SpeedIndex(row);
