@@ -235,31 +235,32 @@ inline double RoundUp(double x) { return FloorNonNegative(x + 0.5); }
 }  // namespace
 
 // Every unit-converting read and write comes here. The common case (no format text, a normal
-// value in the binade table clear of the powers of ten, at most kPow10TableMax digits and a
+// value in the binade table clear of the powers of ten, at most kShortDigits digits and a
 // scale within the power table) takes the same steps as RoundAnyValue, with one table lookup
-// each for the exponent and the scale and no call. Below 10^digits <= 10^64 the scaled value
-// cannot overflow, so the result is always finite.
+// each for the exponent and the scale and no call. Its scaled value stays below
+// 10^kShortDigits (times a few units in the last place), far below 2^52, so the integer part
+// is the plain truncation, and the result is finite and positive before the sign is put back.
+constexpr int kShortDigits = 15;
+
+inline double TruncateShort(double x) { return static_cast<double>(static_cast<std::int64_t>(x)); }
+
 double RoundToSigDigits(double value, int digits, std::string* formatOut) {
   const double a = std::fabs(value);
   const unsigned biased = BiasedExponent(a);
-  if (!formatOut && InBinadeTable(biased) && digits >= 1 && digits <= kPow10TableMax && startupPow10.ready) {
+  if (!formatOut && InBinadeTable(biased) && static_cast<unsigned>(digits - 1) < unsigned{kShortDigits} &&
+      startupPow10.ready) {
     int e;
     if (TableExponent(a, biased, e)) {
       const int k = digits - e;  // 10^k scales a to an integer of `digits` digits
       const Pow10Table& pow10 = startupPow10.table;
       if (k > 0 && k <= kPow10TableMax) {
         const double s = pow10[static_cast<size_t>(k + kPow10TableMax)];
-        const double r = RoundUp(a * s) / s;
-        return value < 0.0 ? -r : r;
+        return std::copysign(TruncateShort(a * s + 0.5) / s, value);
       }
-      if (k == 0) {
-        const double r = RoundUp(a);
-        return value < 0.0 ? -r : r;
-      }
+      if (k == 0) return std::copysign(TruncateShort(a + 0.5), value);
       if (k < 0 && k >= -kPow10TableMax) {
         const double s = pow10[static_cast<size_t>(kPow10TableMax - k)];
-        const double r = RoundUp(a / s) * s;
-        return value < 0.0 ? -r : r;
+        return std::copysign(TruncateShort(a / s + 0.5) * s, value);
       }
     }
   }
