@@ -385,14 +385,12 @@ double clsVXHull::CalcStaticEffectiveBaselineTrimAngleDeg() const {
 
 // ---- HullReads ----------------------------------------------------------------------------
 
-double HullReads::Read(clsVXHull::Field f, int unit) {
+double HullReads::FirstRead(clsVXHull::Field f, int unit) {
   const int slot = unit + 1;
   if (slot < 0 || slot >= kUnitSlots) return hull_.Read(FieldId(f), unit);
   const size_t at = static_cast<size_t>(FieldId(f)) * kUnitSlots + static_cast<size_t>(slot);
-  if (!haveField_[at]) {
-    fields_[at] = hull_.Read(FieldId(f), unit);
-    haveField_[at] = true;
-  }
+  fields_[at] = hull_.Read(FieldId(f), unit);
+  haveField_[at] = true;
   return fields_[at];
 }
 
@@ -414,9 +412,8 @@ double HullReads::DisplacementVolume(int unit) {
   return v;
 }
 
-double HullReads::Coefficient(clsVXHull::Coef c) {
+double HullReads::FirstCoefficient(clsVXHull::Coef c) {
   const size_t at = static_cast<size_t>(c);
-  if (haveCoef_[at]) return coefs_[at];
   const CoefRow& s = kCoefs[at];
   const double v = InputsPositive(*this, s.inputs) ? s.formula(*this) : 0.0;
   const double tested = s.tested == C::Count ? v : Coefficient(s.tested);

@@ -21,9 +21,20 @@ class HullReads {
   explicit HullReads(const clsVXHull& hull) : hull_(hull) {}
   const clsVXHull& Hull() const { return hull_; }
 
-  double Read(clsVXHull::Field f, int unit);
+  // A value already read is returned inline; the first read of it goes out of line.
+  double Read(clsVXHull::Field f, int unit) {
+    const auto slot = static_cast<unsigned>(unit + 1);
+    if (slot < kUnitSlots) {
+      const size_t at = static_cast<size_t>(FieldId(f)) * kUnitSlots + slot;
+      if (haveField_[at]) return fields_[at];
+    }
+    return FirstRead(f, unit);
+  }
   double DisplacementVolume(int unit);
-  double Coefficient(clsVXHull::Coef c);
+  double Coefficient(clsVXHull::Coef c) {
+    const auto at = static_cast<size_t>(c);
+    return haveCoef_[at] ? coefs_[at] : FirstCoefficient(c);
+  }
 
   // Named like the hull's own members.
 #define VX_QTY(N, FAM, ...) \
@@ -40,6 +51,9 @@ class HullReads {
 #undef VX_HULL_READ_COEF
 
  private:
+  double FirstRead(clsVXHull::Field f, int unit);
+  double FirstCoefficient(clsVXHull::Coef c);
+
   // Unit indices kCurrent (-1) to 6 of every field; a field has one unit family.
   static constexpr int kUnitSlots = 8;
   static constexpr int kFieldCount = static_cast<int>(clsVXHull::Field::Count);
