@@ -91,10 +91,13 @@ double DataClass::ReadChecked(int field, int unit) const {
   // A number that is not finite is always refused, with the field's word (or its name when
   // it has none): no prediction may run on it.
   const bool refused = FailsCheckOf(d, stored) || !std::isfinite(stored);
-  // Both calls are tail calls, so that a read without conversion (most of them) saves no
-  // registers.
-  if (d.family != UnitFamily::None && unit != kCurrent)
-    return ConvertedRead(units_.get(), d, stored, unit, refused, errors_);
+  // The calls are tail calls, so that a read without conversion (most of them) saves no
+  // registers; an accepted read converts directly.
+  if (d.family != UnitFamily::None && unit != kCurrent) {
+    const clsVXUnits* units = units_.get();
+    if (!refused && units) return units->Convert(d.family, stored, unit, kCurrent);
+    return ConvertedRead(units, d, stored, unit, refused, errors_);
+  }
   return refused ? Refused(errors_, d, stored) : stored;
 }
 
