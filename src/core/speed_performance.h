@@ -144,10 +144,11 @@ class clsVXSpeedPerformance {
   void ConvertAllData(const clsVXUnits& newUnits, const clsVXUnits& oldUnits);
 
  private:
-  // The place of (row, column), a row of -1 standing for the current row.
+  // The place of (row, column), a row of -1 standing for the current row. The table holds
+  // count_ rows (none when count_ is below 1), so the row is tested against the count alone.
   size_t Offset(int row, int column) const {
     if (row == -1) row = speedIndex_;
-    if (row < 0 || static_cast<size_t>(row + 1) * kColumnCount > rows_.size()) RowOutOfRange();
+    if (row < 0 || row >= count_) RowOutOfRange();
     return static_cast<size_t>(row) * kColumnCount + static_cast<size_t>(column);
   }
   [[noreturn, gnu::cold]] static void RowOutOfRange();
