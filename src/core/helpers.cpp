@@ -234,9 +234,9 @@ inline double RoundUp(double x) { return FloorNonNegative(x + 0.5); }
 
 }  // namespace
 
-// Every unit-converting read and write comes here. The common case (no format text, a normal
-// value in the binade table clear of the powers of ten, at most kShortDigits digits and a
-// scale within the power table) takes the same steps as RoundAnyValue, with one table lookup
+// Every unit-converting read and write comes here. The common case (a normal value in the
+// binade table clear of the powers of ten, at most kShortDigits digits and a scale within the
+// power table) takes the same steps as RoundAnyValue, with one table lookup
 // each for the exponent and the scale and no call. Its scaled value stays below
 // 10^kShortDigits (times a few units in the last place), far below 2^52, so the integer part
 // is the plain truncation, and the result is finite and positive before the sign is put back.
@@ -244,10 +244,10 @@ constexpr int kShortDigits = 15;
 
 inline double TruncateShort(double x) { return static_cast<double>(static_cast<std::int64_t>(x)); }
 
-double RoundToSigDigits(double value, int digits, std::string* formatOut) {
+double RoundToSigDigits(double value, int digits) {
   const double a = std::fabs(value);
   const unsigned biased = BiasedExponent(a);
-  if (!formatOut && InBinadeTable(biased) && static_cast<unsigned>(digits - 1) < unsigned{kShortDigits} &&
+  if (InBinadeTable(biased) && static_cast<unsigned>(digits - 1) < unsigned{kShortDigits} &&
       startupPow10.ready) {
     int e;
     if (TableExponent(a, biased, e)) {
@@ -264,7 +264,11 @@ double RoundToSigDigits(double value, int digits, std::string* formatOut) {
       }
     }
   }
-  return RoundAnyValue(value, digits, formatOut);
+  return RoundAnyValue(value, digits, nullptr);
+}
+
+double RoundToSigDigits(double value, int digits, std::string* formatOut) {
+  return formatOut ? RoundAnyValue(value, digits, formatOut) : RoundToSigDigits(value, digits);
 }
 
 std::string FormatPeriod(double value, std::string_view format) {

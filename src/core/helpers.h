@@ -20,7 +20,8 @@ void SortPairs(int count, std::vector<double>& keys, std::vector<double>& values
 
 // Rounds to `digits` significant digits, half away from zero. `formatOut`, when given,
 // receives the format text that shows the rounded value without loss.
-double RoundToSigDigits(double value, int digits, std::string* formatOut = nullptr);
+double RoundToSigDigits(double value, int digits);
+double RoundToSigDigits(double value, int digits, std::string* formatOut);
 
 // Value formatted by pattern with '.' as the decimal separator, trimmed: the form for files.
 std::string FormatPeriod(double value, std::string_view format);

@@ -160,7 +160,7 @@ class clsVXUnits {
   int unitsFormReturn_ = 2;
 };
 
-double RoundToSigDigits(double value, int digits, std::string* formatOut);  // core/helpers.h
+double RoundToSigDigits(double value, int digits);  // core/helpers.h
 
 // One conversion of a family, from one unit to another, prepared for many values: the same
 // number as clsVXUnits::Convert of the same arguments. Between two standard units the factors
@@ -174,7 +174,7 @@ class UnitScale {
   double operator()(double value) const {
     if (!prepared_) return units_->Convert(family_, value, toIndex_, fromIndex_);
     const double v = value * to_ / from_;
-    return sigDigits_ != -1 ? RoundToSigDigits(v, sigDigits_, nullptr) : v;
+    return sigDigits_ != -1 ? RoundToSigDigits(v, sigDigits_) : v;
   }
   bool Prepared() const { return prepared_; }
   int ToIndex() const { return toIndex_; }
