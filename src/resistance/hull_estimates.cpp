@@ -39,12 +39,7 @@ double FullnessTerm(double cp) { return cp > 0.9 ? (cp - 0.9) * 0.4 : 0.0; }
 
 }  // namespace
 
-bool PassHullErrors(const clsVXHull& hull) {
-  auto& h = const_cast<clsVXHull&>(hull);
-  if (!h.ErrorsFound()) return false;
-  AddCalcErrors(h.Errors());
-  return true;
-}
+void HandOverHullErrors(clsVXHull& hull) { AddCalcErrors(hull.Errors()); }
 
 // Length of run, Holtrop & Mennen (1982): LR/L = 1 - CP + 0.06 CP lcb / (4 CP - 1), plus the
 // fullness term.

@@ -28,7 +28,14 @@ bool CalcHullCanoeDiameter(double& diameter, const clsVXHull& hull);
 // When reads of `hull` have pushed words on its error stack, hands the stack to the
 // calculation error state (emptying it) and returns true. The stack is the hull's mutable
 // diagnostic state, so this works on a const hull, as the reads that push on it do.
-bool PassHullErrors(const clsVXHull& hull);
+// The test is inline; the hand-over goes out of line.
+void HandOverHullErrors(clsVXHull& hull);
+inline bool PassHullErrors(const clsVXHull& hull) {
+  auto& h = const_cast<clsVXHull&>(hull);
+  if (!h.ErrorsFound()) return false;
+  HandOverHullErrors(h);
+  return true;
+}
 
 // One proposal of an estimate list: its source label, the value (in the item's current
 // unit) and the value as text in the item's format; an empty text when inputs are missing.

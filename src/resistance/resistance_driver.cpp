@@ -126,13 +126,17 @@ double ExpansionFormFactor(const clsVXITTC78Expansion& ittc78, const clsVXResist
 
 // What the model step takes of the settings: the ship's form factor 1+k, the hull drag method,
 // the friction line and whether the form factor is corrected for speed.
+// `calc` is the method's row in the method table, null for a method without one.
 struct ModelSettings {
   double k1;
   int method, frictionLine, kMultEnabled;
+  const HullDragMethodRow* calc;
 };
 ModelSettings ReadModelSettings(const clsVXITTC78Expansion& ittc78, const clsVXResistance& resistance) {
-  return {ExpansionFormFactor(ittc78, resistance), resistance.HullDragMethod(), ittc78.HullFrictionLine(),
-          resistance.HullDragFormFactorKMultEnabled()};
+  ModelSettings m{ExpansionFormFactor(ittc78, resistance), resistance.HullDragMethod(), ittc78.HullFrictionLine(),
+                  resistance.HullDragFormFactorKMultEnabled(), nullptr};
+  m.calc = ModelMethod(m.method);
+  return m;
 }
 
 // What FinishRow takes of the settings: the Enabled states of the appendage, added and margin
@@ -612,7 +616,7 @@ bool ModelCtCr(double& ctModel, double& crModel, int& speedCheck, double fnLengt
                const clsVXResistance& resistance, const ModelSettings& settings, double crMultiplier,
                double kMultiplier, HullDragRun* run) {
   const int method = settings.method;
-  const HullDragMethodRow* calc = ModelMethod(method);
+  const HullDragMethodRow* calc = settings.calc;
   if (!calc || !calc->ownLocation) SetCalcLocation("ITTC-78 (CT) model Ct and Cr prediction");
   const double k1 = settings.k1;
   if (crMultiplier <= 0.0) crMultiplier = 1.0;
