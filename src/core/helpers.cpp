@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <limits>
 
 #include "core/format.h"
 
@@ -132,20 +133,25 @@ struct Binade {
   int d;
 };
 constexpr int kBinadeMin = -960, kBinadeMax = 960;  // 2^-960 is 1.0e-289, 2^961 1.9e289
-constexpr unsigned kBiasedBinadeMin = 1023 + kBinadeMin;
-constexpr unsigned kBinadeCount = kBinadeMax - kBinadeMin + 1;
+constexpr int kExponentBias = 1023;
 
+// Indexed by the biased binary exponent, all 2048 of them: the binades outside kBinadeMin ..
+// kBinadeMax (zero and the subnormals, infinity and NaN included) have bounds of infinity,
+// which no value passes, so that the logarithm decides there without a test of the range.
 struct BinadeTable {
-  std::array<Binade, kBinadeCount> binade{};
+  std::array<Binade, 2048> binade{};
   constexpr BinadeTable() {
+    constexpr double inf = std::numeric_limits<double>::infinity();
+    for (Binade& b : binade) b = {inf, inf, inf, 0};
     constexpr DecimalScale scale;
     double p = 1.0;  // 2^n, exact
     for (int n = kBinadeMin; n < 0; ++n) p /= 2.0;
     int d = kFastExpMin + 1;
     for (int n = kBinadeMin; n <= kBinadeMax; ++n, p *= 2.0) {
       while (scale(d) <= p) ++d;  // the first power of ten above 2^n
-      binade[n - kBinadeMin] = {scale(d - 1) * (1.0 + kNearPowerOfTen), scale(d) * (1.0 - kNearPowerOfTen),
-                                scale(d) * (1.0 + kNearPowerOfTen), d};
+      binade[static_cast<size_t>(n + kExponentBias)] = {scale(d - 1) * (1.0 + kNearPowerOfTen),
+                                                         scale(d) * (1.0 - kNearPowerOfTen),
+                                                         scale(d) * (1.0 + kNearPowerOfTen), d};
     }
   }
 };
@@ -153,10 +159,10 @@ constexpr BinadeTable kBinades;
 
 int LogarithmExponent(double a) { return static_cast<int>(std::floor(Log10(a))) + 1; }
 
-// The exponent e of a normal a whose binade the table holds (biased binary exponent
-// `biased`); false when a lies in a band around a power of ten, where the logarithm decides.
+// The exponent e of a >= 0 (biased binary exponent `biased`); false when a lies in a band
+// around a power of ten or outside the binades of the table, where the logarithm decides.
 inline bool TableExponent(double a, unsigned biased, int& e) {
-  const Binade& b = kBinades.binade[biased - kBiasedBinadeMin];
+  const Binade& b = kBinades.binade[biased];
   if (a < b.belowPower) {
     e = b.d;
     return a > b.aboveLower;
@@ -167,12 +173,9 @@ inline bool TableExponent(double a, unsigned biased, int& e) {
 
 unsigned BiasedExponent(double a) { return static_cast<unsigned>(std::bit_cast<std::uint64_t>(a) >> 52); }
 
-bool InBinadeTable(unsigned biased) { return biased - kBiasedBinadeMin < kBinadeCount; }
-
 int DecimalExponent(double a) {
-  const unsigned biased = BiasedExponent(a);
   int e;
-  return InBinadeTable(biased) && TableExponent(a, biased, e) ? e : LogarithmExponent(a);
+  return TableExponent(a, BiasedExponent(a), e) ? e : LogarithmExponent(a);
 }
 
 // floor(x) for x >= 0 (or NaN): below 2^52 the truncation through a 64-bit integer, which
@@ -234,10 +237,10 @@ inline double RoundUp(double x) { return FloorNonNegative(x + 0.5); }
 
 }  // namespace
 
-// Every unit-converting read and write comes here. The common case (a normal value in the
-// binade table clear of the powers of ten, at most kShortDigits digits and a scale within the
-// power table) takes the same steps as RoundAnyValue, with one table lookup
-// each for the exponent and the scale and no call. Its scaled value stays below
+// Every unit-converting read and write comes here. The common case (a value of a binade of
+// the table, clear of the powers of ten, at most kShortDigits digits and a scale within the
+// power table) takes the same steps as RoundAnyValue, with one table lookup each for the
+// exponent and the scale and no call. Its scaled value stays below
 // 10^kShortDigits (times a few units in the last place), far below 2^52, so the integer part
 // is the plain truncation, and the result is finite and positive before the sign is put back.
 constexpr int kShortDigits = 15;
@@ -247,8 +250,7 @@ inline double TruncateShort(double x) { return static_cast<double>(static_cast<s
 double RoundToSigDigits(double value, int digits) {
   const double a = std::fabs(value);
   const unsigned biased = BiasedExponent(a);
-  if (InBinadeTable(biased) && static_cast<unsigned>(digits - 1) < unsigned{kShortDigits} &&
-      startupPow10.ready) {
+  if (static_cast<unsigned>(digits - 1) < unsigned{kShortDigits} && startupPow10.ready) {
     int e;
     if (TableExponent(a, biased, e)) {
       const int k = digits - e;  // 10^k scales a to an integer of `digits` digits
