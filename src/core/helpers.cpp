@@ -235,38 +235,50 @@ inline double RoundUp(double x) { return FloorNonNegative(x + 0.5); }
   return sign * r;
 }
 
-}  // namespace
-
-// Every unit-converting read and write comes here. The common case (a value of a binade of
-// the table, clear of the powers of ten, at most kShortDigits digits and a scale within the
-// power table) takes the same steps as RoundAnyValue, with one table lookup each for the
-// exponent and the scale and no call. Its scaled value stays below
-// 10^kShortDigits (times a few units in the last place), far below 2^52, so the integer part
-// is the plain truncation, and the result is finite and positive before the sign is put back.
+// Every unit-converting read and write comes here. The common case (1 to kShortDigits digits,
+// a value of a binade of the table clear of the powers of ten, and a scale within the power
+// table) takes the same steps as RoundAnyValue, with one table lookup each for the exponent
+// and the scale and no call. Its scaled value stays below 10^kShortDigits (times a few units
+// in the last place), far below 2^52, so the integer part is the plain truncation, and the
+// result is finite and positive before the sign is put back.
 constexpr int kShortDigits = 15;
 
 inline double TruncateShort(double x) { return static_cast<double>(static_cast<std::int64_t>(x)); }
 
-double RoundToSigDigits(double value, int digits) {
+// Whether `digits` takes the common case: 1 to kShortDigits digits, once the power table is
+// filled. A prepared conversion asks once (PreparedRounding).
+bool ShortDigits(int digits) {
+  return static_cast<unsigned>(digits - 1) < unsigned{kShortDigits} && startupPow10.ready;
+}
+
+// RoundToSigDigits for digits that pass ShortDigits.
+double RoundShortDigits(double value, int digits) {
   const double a = std::fabs(value);
-  const unsigned biased = BiasedExponent(a);
-  if (static_cast<unsigned>(digits - 1) < unsigned{kShortDigits} && startupPow10.ready) {
-    int e;
-    if (TableExponent(a, biased, e)) {
-      const int k = digits - e;  // 10^k scales a to an integer of `digits` digits
-      const Pow10Table& pow10 = startupPow10.table;
-      if (k > 0 && k <= kPow10TableMax) {
-        const double s = pow10[static_cast<size_t>(k + kPow10TableMax)];
-        return std::copysign(TruncateShort(a * s + 0.5) / s, value);
-      }
-      if (k == 0) return std::copysign(TruncateShort(a + 0.5), value);
-      if (k < 0 && k >= -kPow10TableMax) {
-        const double s = pow10[static_cast<size_t>(kPow10TableMax - k)];
-        return std::copysign(TruncateShort(a / s + 0.5) * s, value);
-      }
+  int e;
+  if (TableExponent(a, BiasedExponent(a), e)) {
+    const int k = digits - e;  // 10^k scales a to an integer of `digits` digits
+    const Pow10Table& pow10 = startupPow10.table;
+    if (k > 0 && k <= kPow10TableMax) {
+      const double s = pow10[static_cast<size_t>(k + kPow10TableMax)];
+      return std::copysign(TruncateShort(a * s + 0.5) / s, value);
+    }
+    if (k == 0) return std::copysign(TruncateShort(a + 0.5), value);
+    if (k < 0 && k >= -kPow10TableMax) {
+      const double s = pow10[static_cast<size_t>(kPow10TableMax - k)];
+      return std::copysign(TruncateShort(a / s + 0.5) * s, value);
     }
   }
   return RoundAnyValue(value, digits, nullptr);
+}
+
+}  // namespace
+
+double RoundToSigDigits(double value, int digits) {
+  return ShortDigits(digits) ? RoundShortDigits(value, digits) : RoundAnyValue(value, digits, nullptr);
+}
+
+RoundingFn PreparedRounding(int digits) {
+  return ShortDigits(digits) ? RoundShortDigits : static_cast<RoundingFn>(RoundToSigDigits);
 }
 
 double RoundToSigDigits(double value, int digits, std::string* formatOut) {

@@ -22,6 +22,10 @@ void SortPairs(int count, std::vector<double>& keys, std::vector<double>& values
 // receives the format text that shows the rounded value without loss.
 double RoundToSigDigits(double value, int digits);
 double RoundToSigDigits(double value, int digits, std::string* formatOut);
+// The rounding a conversion prepared for `digits` takes for each of its values: the same
+// numbers as RoundToSigDigits(value, digits), with the tests of `digits` made here once.
+using RoundingFn = double (*)(double value, int digits);
+RoundingFn PreparedRounding(int digits);
 
 // Value formatted by pattern with '.' as the decimal separator, trimmed: the form for files.
 std::string FormatPeriod(double value, std::string_view format);

@@ -272,6 +272,7 @@ UnitScale::UnitScale(const clsVXUnits* units, UnitFamily family, int toIndex, in
   to_ = factor[static_cast<size_t>(to)];
   from_ = factor[static_cast<size_t>(from)];
   sigDigits_ = units->sigDigits_;
+  if (sigDigits_ != -1) round_ = PreparedRounding(sigDigits_);
   prepared_ = true;
 }
 

@@ -160,7 +160,6 @@ class clsVXUnits {
   int unitsFormReturn_ = 2;
 };
 
-double RoundToSigDigits(double value, int digits);  // core/helpers.h
 
 // One conversion of a family, from one unit to another, prepared for many values: the same
 // number as clsVXUnits::Convert of the same arguments. Between two standard units the factors
@@ -174,7 +173,7 @@ class UnitScale {
   double operator()(double value) const {
     if (!prepared_) return units_->Convert(family_, value, toIndex_, fromIndex_);
     const double v = value * to_ / from_;
-    return sigDigits_ != -1 ? RoundToSigDigits(v, sigDigits_) : v;
+    return round_ ? round_(v, sigDigits_) : v;
   }
   bool Prepared() const { return prepared_; }
   int ToIndex() const { return toIndex_; }
@@ -186,6 +185,7 @@ class UnitScale {
   int toIndex_, fromIndex_;
   bool prepared_ = false;
   int sigDigits_ = -1;
+  double (*round_)(double value, int digits) = nullptr;  // the rounding to sigDigits_, if any
   double to_ = 1.0, from_ = 1.0;
 };
 
