@@ -160,7 +160,6 @@ class clsVXUnits {
   int unitsFormReturn_ = 2;
 };
 
-
 // One conversion of a family, from one unit to another, prepared for many values: the same
 // number as clsVXUnits::Convert of the same arguments. Between two standard units the factors
 // and the rounding are looked up once; any other conversion (a temperature, a custom unit, an
