@@ -655,19 +655,21 @@ class clsVXFileJSON::Writer {
       out += '{';
       indent_ += '\t';
     }
-    const std::vector<std::string>& keys = o.Keys();
-    for (size_t i = 0; i < keys.size(); ++i) {
+    for (size_t i = 0; i < o.KeyCount(); ++i) {
       if (i > 0) {
         out += ',';
-        const std::string comment = o.Comment(keys[i - 1]);
+        const std::string comment = o.Comment(o.KeyAt(i - 1));
         if (!comment.empty()) out += "\t/* " + comment + "*/";
       }
       if (!inline_) {
         out += kCrLf;
         out += indent_;
       }
-      out += '"' + keys[i] + "\": ";
-      const JsonValue* value = o.Lookup(keys[i]);
+      const std::string_view key = o.KeyAt(i);
+      out += '"';
+      out += key;
+      out += "\": ";
+      const JsonValue* value = o.Lookup(key);
       if (value && !Emit(*value, filter, depth, out)) return false;
     }
     if (!inline_) {

@@ -85,8 +85,15 @@ void clsVXHashTable::SetSize(std::int32_t hashSize, std::int32_t listSize, std::
   if (listSize >= 1) listSize_ = listSize;
   if (chunkSize >= 1) chunkSize_ = chunkSize;
   entries_.clear();
-  keyChars_.clear();
+  if (keyList_.empty()) keyChars_.clear();
   index_.clear();
+}
+
+std::vector<std::string> clsVXHashTable::Keys() const {
+  std::vector<std::string> keys;
+  keys.reserve(keyList_.size());
+  for (size_t i = 0; i < keyList_.size(); ++i) keys.emplace_back(KeyAt(i));
+  return keys;
 }
 
 namespace {
@@ -145,11 +152,12 @@ void clsVXHashTable::Reindex(size_t capacity) {
   }
 }
 
-clsVXHashTable::Entry& clsVXHashTable::NewEntry(std::string_view key, size_t hash) {
+clsVXHashTable::Entry& clsVXHashTable::NewEntry(std::string_view key, size_t hash, JsonValue&& value) {
   const size_t at = keyChars_.size();
   keyChars_.append(key);
   if (entries_.empty()) entries_.reserve(kFirstEntries);
-  entries_.emplace_back(static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(key.size()), hash);
+  entries_.emplace_back(static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(key.size()), hash,
+                        std::move(value));
   if (entries_.size() * 2 > index_.size()) {
     Reindex(index_.empty() ? kFirstIndexSize : index_.size() * 2);
   } else {
@@ -170,20 +178,19 @@ const clsVXHashTable::Slot* clsVXHashTable::Find(std::string_view key) const {
 clsVXHashTable::Slot& clsVXHashTable::SlotFor(std::string_view key) {
   const size_t hash = KeyHash(key);
   if (Entry* e = FindEntry(key, hash)) return e->slot;
-  return NewEntry(key, hash).slot;
+  return NewEntry(key, hash, JsonValue()).slot;
 }
 
 bool clsVXHashTable::Exists(std::string_view key) const { return Find(key) != nullptr; }
 
-int clsVXHashTable::Add(std::string_view key, JsonValue value, std::string_view comment) {
+int clsVXHashTable::Add(std::string_view key, JsonValue&& value, std::string_view comment) {
   if (key.empty()) return kHashInvalidCall;
   const size_t hash = KeyHash(key);
   if (FindEntry(key, hash)) return kHashKeyExists;
-  Slot& slot = NewEntry(key, hash).slot;
-  slot.value = std::move(value);
-  slot.comment = comment;
+  Entry& e = NewEntry(key, hash, std::move(value));
+  if (!comment.empty()) e.slot.comment = std::make_unique<std::string>(comment);
   if (keyList_.empty()) keyList_.reserve(kFirstEntries);
-  keyList_.emplace_back(key);
+  keyList_.push_back({e.keyAt, e.keySize});
   return kHashOk;
 }
 
@@ -208,22 +215,29 @@ int clsVXHashTable::Remove(std::string_view key) {
   entries_.erase(entries_.begin() + (e - entries_.data()));
   Reindex(index_.size());
   // Exact comparison: in a case-blind table a key removed under another case stays listed.
-  std::erase(keyList_, key);
+  std::erase_if(keyList_, [this, key](const KeyRef& k) {
+    return std::string_view(keyChars_.data() + k.at, k.size) == key;
+  });
   return kHashOk;
 }
 
 void clsVXHashTable::RemoveAll() {
-  SetSize(hashSize_, listSize_, chunkSize_);
   keyList_.clear();
+  SetSize(hashSize_, listSize_, chunkSize_);
 }
 
 std::string clsVXHashTable::Comment(std::string_view key) const {
   const Slot* s = Find(key);
-  return s ? s->comment : std::string();
+  return s && s->comment ? *s->comment : std::string();
 }
 
 void clsVXHashTable::Comment(std::string_view key, std::string_view comment) {
-  if (!key.empty()) SlotFor(key).comment = comment;
+  if (key.empty()) return;
+  std::unique_ptr<std::string>& c = SlotFor(key).comment;
+  if (c)
+    c->assign(comment);
+  else if (!comment.empty())
+    c = std::make_unique<std::string>(comment);
 }
 
 }  // namespace velmar
