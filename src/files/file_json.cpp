@@ -507,6 +507,19 @@ class clsVXFileJSON::Parser {
   // Nine characters or fewer without '.', 'e' or 'E' make a 32-bit integer, anything else a
   // double. A number that runs to the end of the document is cut off and yields empty.
   JsonValue ParseNumber() {
+    // Most numbers of a project are a few plain digits ("0" in a list of results): they are
+    // read at once, as the integer the general path below would make of them.
+    {
+      const size_t size = doc_.size();
+      size_t end = pos_;
+      std::int32_t v = 0;
+      while (end < size && end - pos_ < 10 && IsDigit(doc_[end]))
+        v = v * 10 + static_cast<std::int32_t>(doc_[end++] - '0');
+      if (end < size && end - pos_ <= 9 && !IsNumberCharacter(doc_[end])) {
+        pos_ = end;
+        return JsonValue(v);
+      }
+    }
     const std::string_view text = AsciiRun([](char32_t c) { return IsNumberCharacter(c); }, scratch_);
     if (AtEnd()) return {};
     if (text.size() > 9 ||
