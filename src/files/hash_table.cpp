@@ -115,7 +115,9 @@ size_t KeyHash(std::string_view s) {
   return static_cast<size_t>(h);
 }
 
-constexpr size_t kFirstIndexSize = 16, kFirstEntries = 8;
+// The first sizes of a table's storage: most blocks of a project hold a few dozen tags, so a
+// table starts at 16 items and 256 characters of keys rather than growing from a handful.
+constexpr size_t kFirstIndexSize = 32, kFirstEntries = 16, kFirstKeyChars = 256;
 
 }  // namespace
 
@@ -154,6 +156,7 @@ void clsVXHashTable::Reindex(size_t capacity) {
 
 clsVXHashTable::Entry& clsVXHashTable::NewEntry(std::string_view key, size_t hash, JsonValue&& value) {
   const size_t at = keyChars_.size();
+  if (keyChars_.capacity() < kFirstKeyChars) keyChars_.reserve(kFirstKeyChars);
   keyChars_.append(key);
   if (entries_.empty()) entries_.reserve(kFirstEntries);
   entries_.emplace_back(static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(key.size()), hash,
