@@ -103,14 +103,33 @@ char AsciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a
 // Eight bytes at a time, each with bit 5 cleared: a letter hashes as its upper case, so that
 // a key is found in any case in a case-blind table. (A few other pairs of characters meet as
 // well, such as '@' and '`', which a hash may do.)
+// The last one to seven bytes are taken by two loads of four that may overlap, or by the
+// first, middle and last byte: fixed-size loads, where a copy of the exact rest would be a
+// call. Both depend only on the bytes and the length, so equal keys still hash alike.
 size_t KeyHash(std::string_view s) {
   constexpr std::uint64_t kFold = ~0x2020202020202020ull, kMultiplier = 0x9E3779B97F4A7C15ull;
-  std::uint64_t h = s.size() * kMultiplier;
-  for (size_t i = 0; i < s.size(); i += 8) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, s.data() + i, std::min<size_t>(8, s.size() - i));
+  const char* p = s.data();
+  const size_t n = s.size();
+  std::uint64_t h = n * kMultiplier;
+  const auto mix = [&h](std::uint64_t word) {
     h = (h ^ (word & kFold)) * kMultiplier;
     h ^= h >> 32;
+  };
+  size_t i = 0;
+  for (; i + 8 <= n; i += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, p + i, 8);
+    mix(word);
+  }
+  const size_t rest = n - i;
+  if (rest >= 4) {
+    std::uint32_t low, high;
+    std::memcpy(&low, p + i, 4);
+    std::memcpy(&high, p + n - 4, 4);
+    mix(low | std::uint64_t{high} << 32);
+  } else if (rest > 0) {
+    const auto byte = [p](size_t at) { return std::uint64_t{static_cast<unsigned char>(p[at])}; };
+    mix(byte(i) | byte(i + rest / 2) << 8 | byte(n - 1) << 16);
   }
   return static_cast<size_t>(h);
 }
