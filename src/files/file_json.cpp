@@ -67,6 +67,13 @@ constexpr std::array<bool, 256> kKeyByte = [] {
   return table;
 }();
 
+// CR, LF, tab, space and the parentheses: the blanks that change no state of a comment.
+constexpr std::array<bool, 256> kPlainBlankByte = [] {
+  std::array<bool, 256> table{};
+  for (unsigned char c : {'\r', '\n', '\t', ' ', '(', ')'}) table[c] = true;
+  return table;
+}();
+
 // Keys and texts are mostly ASCII, which is one byte in UTF-8 as well. A character of the
 // document is a code point of program text or a Windows-1252 byte of a file.
 void Append(std::string& out, char32_t c) {
@@ -272,9 +279,17 @@ class clsVXFileJSON::Parser {
   [[gnu::noinline]] void SkipBlankRun() {
     // The position is kept in a local: the document's bytes may alias the member, which would
     // be stored and loaded again at every character.
-    bool pending = false, inComment = false, inBlock = false;
     const size_t size = doc_.size();
     size_t at = pos_;
+    // Outside a comment, line ends, tabs, spaces and parentheses change nothing: the usual run
+    // between two tokens is passed by a table of them, and the states below are needed only
+    // when a '/' or '*' follows.
+    while (at < size && doc_[at] < 0x80 && kPlainBlankByte[doc_[at]]) ++at;
+    if (at == size || (doc_[at] != '/' && doc_[at] != '*')) {
+      pos_ = at;
+      return;
+    }
+    bool pending = false, inComment = false, inBlock = false;
     for (; at < size; ++at) {
       const char32_t c = doc_[at];
       if (c == ' ' || c == '\t' || c == '(' || c == ')') continue;
