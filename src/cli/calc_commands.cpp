@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "app/application.h"
 #include "app/calculate.h"
@@ -165,12 +167,20 @@ void RunCalc(const CalcOptions& o) {
       first = false;
     }
     json += "}, \"rows\": [";
+    // The keys of the columns, each with the separator before it and the colon behind, are
+    // written once, one after the other, and copied into every row.
+    std::string keys;
+    std::vector<size_t> keyEnds(cols.size());
+    for (size_t i = 0; i < cols.size(); ++i) {
+      if (i) keys += ", ";
+      AppendJsonString(keys, clsVXSpeedPerformance::Column(cols[i]).name);
+      keys += ": ";
+      keyEnds[i] = keys.size();
+    }
     for (int r = 0; r < sp.count(); ++r) {
       json += r ? ", {" : "{";
-      for (size_t i = 0; i < cols.size(); ++i) {
-        if (i) json += ", ";
-        AppendJsonString(json, clsVXSpeedPerformance::Column(cols[i]).name);
-        json += ": ";
+      for (size_t i = 0, at = 0; i < cols.size(); at = keyEnds[i++]) {
+        json.append(keys, at, keyEnds[i] - at);
         AppendJsonNumber(json, sp.Raw(r, cols[i]));
       }
       json += "}";

@@ -11,41 +11,9 @@
 #include "core/format.h"
 #include "files/project_file.h"
 
-// The sanitizers bring an allocator of their own; there the heap is left as it is.
-#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-#include <malloc.h>
-#include <sys/mman.h>
-#include <unistd.h>
-
-#include <cstdint>
-#include <cstdlib>
-
-namespace {
-
-// A calc touches some 300 KB of heap, and on the virtual machines this program mostly runs on
-// every page of it costs a fault of its own, about 14 us each, some 1 ms in all. On a
-// transparent huge page the heap costs one fault. Before any other start-up code allocates,
-// the heap is made to grow 4 MB at a time, a block that is never touched takes it up to the
-// next 2 MB boundary (only its header, below the boundary, is written), and from there on the
-// heap is marked for huge pages, so that the allocations of the run all fall into one. Where
-// the system has no huge pages the marking does nothing and the heap stays as it was.
-__attribute__((constructor(101))) void HeapOnHugePages() {
-  constexpr std::uintptr_t kHugePage = std::uintptr_t{2} << 20;
-  mallopt(M_MMAP_THRESHOLD, 2 * kHugePage);  // blocks up to 4 MB stay on the heap
-  mallopt(M_TOP_PAD, 2 * kHugePage);
-  const auto end = reinterpret_cast<std::uintptr_t>(sbrk(0));
-  const std::uintptr_t next = end - mallinfo2().keepcost;  // where the next block would start
-  const std::uintptr_t boundary = (next + 4096 + kHugePage - 1) & ~(kHugePage - 1);
-  // Held for the life of the process. It ends a few bytes short of the boundary, so that the
-  // header malloc writes behind it lies below the boundary too.
-  static void* const spacer = std::malloc(boundary - next - 64);
-  if (!spacer) return;
-  const std::uintptr_t grown = reinterpret_cast<std::uintptr_t>(sbrk(0)) & ~(kHugePage - 1);
-  if (grown > boundary) madvise(reinterpret_cast<void*>(boundary), grown - boundary, MADV_HUGEPAGE);
-}
-
-}  // namespace
-#endif
+// The heap is left as the C library sets it up: a calc touches some 300 KB of it, and on the
+// machines measured its small pages cost less than a transparent huge page, all 2 MB of which
+// the system clears at the first write (docs/performance.md).
 
 namespace {
 

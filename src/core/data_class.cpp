@@ -12,6 +12,8 @@ namespace velmar {
 
 LabelList Keyed(std::initializer_list<std::pair<const char*, const char*>> rows) {
   LabelList list;
+  list.labels.reserve(rows.size());
+  list.keys.reserve(rows.size());
   for (const auto& [label, key] : rows) {
     list.labels.emplace_back(label);
     list.keys.emplace_back(key);

@@ -362,7 +362,9 @@ std::string StripControlChars(std::string_view text, bool keepLineBreaks) {
 bool EqualsNoCase(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   for (size_t i = 0; i < a.size(); ++i) {
-    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
+    // Equal bytes are equal in any case; only the others ask the locale.
+    if (a[i] != b[i] &&
+        std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
       return false;
   }
   return true;

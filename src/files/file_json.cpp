@@ -67,6 +67,13 @@ constexpr std::array<bool, 256> kKeyByte = [] {
   return table;
 }();
 
+// CR, LF, tab, space and the parentheses: the blanks that change no state of a comment.
+constexpr std::array<bool, 256> kPlainBlankByte = [] {
+  std::array<bool, 256> table{};
+  for (unsigned char c : {'\r', '\n', '\t', ' ', '(', ')'}) table[c] = true;
+  return table;
+}();
+
 // Keys and texts are mostly ASCII, which is one byte in UTF-8 as well. A character of the
 // document is a code point of program text or a Windows-1252 byte of a file.
 void Append(std::string& out, char32_t c) {
@@ -272,9 +279,17 @@ class clsVXFileJSON::Parser {
   [[gnu::noinline]] void SkipBlankRun() {
     // The position is kept in a local: the document's bytes may alias the member, which would
     // be stored and loaded again at every character.
-    bool pending = false, inComment = false, inBlock = false;
     const size_t size = doc_.size();
     size_t at = pos_;
+    // Outside a comment, line ends, tabs, spaces and parentheses change nothing: the usual run
+    // between two tokens is passed by a table of them, and the states below are needed only
+    // when a '/' or '*' follows.
+    while (at < size && doc_[at] < 0x80 && kPlainBlankByte[doc_[at]]) ++at;
+    if (at == size || (doc_[at] != '/' && doc_[at] != '*')) {
+      pos_ = at;
+      return;
+    }
+    bool pending = false, inComment = false, inBlock = false;
     for (; at < size; ++at) {
       const char32_t c = doc_[at];
       if (c == ' ' || c == '\t' || c == '(' || c == ')') continue;
@@ -507,6 +522,19 @@ class clsVXFileJSON::Parser {
   // Nine characters or fewer without '.', 'e' or 'E' make a 32-bit integer, anything else a
   // double. A number that runs to the end of the document is cut off and yields empty.
   JsonValue ParseNumber() {
+    // Most numbers of a project are a few plain digits ("0" in a list of results): they are
+    // read at once, as the integer the general path below would make of them.
+    {
+      const size_t size = doc_.size();
+      size_t end = pos_;
+      std::int32_t v = 0;
+      while (end < size && end - pos_ < 10 && IsDigit(doc_[end]))
+        v = v * 10 + static_cast<std::int32_t>(doc_[end++] - '0');
+      if (end < size && end - pos_ <= 9 && !IsNumberCharacter(doc_[end])) {
+        pos_ = end;
+        return JsonValue(v);
+      }
+    }
     const std::string_view text = AsciiRun([](char32_t c) { return IsNumberCharacter(c); }, scratch_);
     if (AtEnd()) return {};
     if (text.size() > 9 ||
@@ -655,19 +683,21 @@ class clsVXFileJSON::Writer {
       out += '{';
       indent_ += '\t';
     }
-    const std::vector<std::string>& keys = o.Keys();
-    for (size_t i = 0; i < keys.size(); ++i) {
+    for (size_t i = 0; i < o.KeyCount(); ++i) {
       if (i > 0) {
         out += ',';
-        const std::string comment = o.Comment(keys[i - 1]);
+        const std::string comment = o.Comment(o.KeyAt(i - 1));
         if (!comment.empty()) out += "\t/* " + comment + "*/";
       }
       if (!inline_) {
         out += kCrLf;
         out += indent_;
       }
-      out += '"' + keys[i] + "\": ";
-      const JsonValue* value = o.Lookup(keys[i]);
+      const std::string_view key = o.KeyAt(i);
+      out += '"';
+      out += key;
+      out += "\": ";
+      const JsonValue* value = o.Lookup(key);
       if (value && !Emit(*value, filter, depth, out)) return false;
     }
     if (!inline_) {

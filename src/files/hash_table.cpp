@@ -85,8 +85,15 @@ void clsVXHashTable::SetSize(std::int32_t hashSize, std::int32_t listSize, std::
   if (listSize >= 1) listSize_ = listSize;
   if (chunkSize >= 1) chunkSize_ = chunkSize;
   entries_.clear();
-  keyChars_.clear();
+  if (keyList_.empty()) keyChars_.clear();
   index_.clear();
+}
+
+std::vector<std::string> clsVXHashTable::Keys() const {
+  std::vector<std::string> keys;
+  keys.reserve(keyList_.size());
+  for (size_t i = 0; i < keyList_.size(); ++i) keys.emplace_back(KeyAt(i));
+  return keys;
 }
 
 namespace {
@@ -96,19 +103,40 @@ char AsciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a
 // Eight bytes at a time, each with bit 5 cleared: a letter hashes as its upper case, so that
 // a key is found in any case in a case-blind table. (A few other pairs of characters meet as
 // well, such as '@' and '`', which a hash may do.)
+// The last one to seven bytes are taken by two loads of four that may overlap, or by the
+// first, middle and last byte: fixed-size loads, where a copy of the exact rest would be a
+// call. Both depend only on the bytes and the length, so equal keys still hash alike.
 size_t KeyHash(std::string_view s) {
   constexpr std::uint64_t kFold = ~0x2020202020202020ull, kMultiplier = 0x9E3779B97F4A7C15ull;
-  std::uint64_t h = s.size() * kMultiplier;
-  for (size_t i = 0; i < s.size(); i += 8) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, s.data() + i, std::min<size_t>(8, s.size() - i));
+  const char* p = s.data();
+  const size_t n = s.size();
+  std::uint64_t h = n * kMultiplier;
+  const auto mix = [&h](std::uint64_t word) {
     h = (h ^ (word & kFold)) * kMultiplier;
     h ^= h >> 32;
+  };
+  size_t i = 0;
+  for (; i + 8 <= n; i += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, p + i, 8);
+    mix(word);
+  }
+  const size_t rest = n - i;
+  if (rest >= 4) {
+    std::uint32_t low, high;
+    std::memcpy(&low, p + i, 4);
+    std::memcpy(&high, p + n - 4, 4);
+    mix(low | std::uint64_t{high} << 32);
+  } else if (rest > 0) {
+    const auto byte = [p](size_t at) { return std::uint64_t{static_cast<unsigned char>(p[at])}; };
+    mix(byte(i) | byte(i + rest / 2) << 8 | byte(n - 1) << 16);
   }
   return static_cast<size_t>(h);
 }
 
-constexpr size_t kFirstIndexSize = 16, kFirstEntries = 8;
+// The first sizes of a table's storage: most blocks of a project hold a few dozen tags, so a
+// table starts at 16 items and 256 characters of keys rather than growing from a handful.
+constexpr size_t kFirstIndexSize = 32, kFirstEntries = 16, kFirstKeyChars = 256;
 
 }  // namespace
 
@@ -145,11 +173,13 @@ void clsVXHashTable::Reindex(size_t capacity) {
   }
 }
 
-clsVXHashTable::Entry& clsVXHashTable::NewEntry(std::string_view key, size_t hash) {
+clsVXHashTable::Entry& clsVXHashTable::NewEntry(std::string_view key, size_t hash, JsonValue&& value) {
   const size_t at = keyChars_.size();
+  if (keyChars_.capacity() < kFirstKeyChars) keyChars_.reserve(kFirstKeyChars);
   keyChars_.append(key);
   if (entries_.empty()) entries_.reserve(kFirstEntries);
-  entries_.emplace_back(static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(key.size()), hash);
+  entries_.emplace_back(static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(key.size()), hash,
+                        std::move(value));
   if (entries_.size() * 2 > index_.size()) {
     Reindex(index_.empty() ? kFirstIndexSize : index_.size() * 2);
   } else {
@@ -170,20 +200,19 @@ const clsVXHashTable::Slot* clsVXHashTable::Find(std::string_view key) const {
 clsVXHashTable::Slot& clsVXHashTable::SlotFor(std::string_view key) {
   const size_t hash = KeyHash(key);
   if (Entry* e = FindEntry(key, hash)) return e->slot;
-  return NewEntry(key, hash).slot;
+  return NewEntry(key, hash, JsonValue()).slot;
 }
 
 bool clsVXHashTable::Exists(std::string_view key) const { return Find(key) != nullptr; }
 
-int clsVXHashTable::Add(std::string_view key, JsonValue value, std::string_view comment) {
+int clsVXHashTable::Add(std::string_view key, JsonValue&& value, std::string_view comment) {
   if (key.empty()) return kHashInvalidCall;
   const size_t hash = KeyHash(key);
   if (FindEntry(key, hash)) return kHashKeyExists;
-  Slot& slot = NewEntry(key, hash).slot;
-  slot.value = std::move(value);
-  slot.comment = comment;
+  Entry& e = NewEntry(key, hash, std::move(value));
+  if (!comment.empty()) e.slot.comment = std::make_unique<std::string>(comment);
   if (keyList_.empty()) keyList_.reserve(kFirstEntries);
-  keyList_.emplace_back(key);
+  keyList_.push_back({e.keyAt, e.keySize});
   return kHashOk;
 }
 
@@ -208,22 +237,29 @@ int clsVXHashTable::Remove(std::string_view key) {
   entries_.erase(entries_.begin() + (e - entries_.data()));
   Reindex(index_.size());
   // Exact comparison: in a case-blind table a key removed under another case stays listed.
-  std::erase(keyList_, key);
+  std::erase_if(keyList_, [this, key](const KeyRef& k) {
+    return std::string_view(keyChars_.data() + k.at, k.size) == key;
+  });
   return kHashOk;
 }
 
 void clsVXHashTable::RemoveAll() {
-  SetSize(hashSize_, listSize_, chunkSize_);
   keyList_.clear();
+  SetSize(hashSize_, listSize_, chunkSize_);
 }
 
 std::string clsVXHashTable::Comment(std::string_view key) const {
   const Slot* s = Find(key);
-  return s ? s->comment : std::string();
+  return s && s->comment ? *s->comment : std::string();
 }
 
 void clsVXHashTable::Comment(std::string_view key, std::string_view comment) {
-  if (!key.empty()) SlotFor(key).comment = comment;
+  if (key.empty()) return;
+  std::unique_ptr<std::string>& c = SlotFor(key).comment;
+  if (c)
+    c->assign(comment);
+  else if (!comment.empty())
+    c = std::make_unique<std::string>(comment);
 }
 
 }  // namespace velmar

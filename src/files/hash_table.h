@@ -92,7 +92,7 @@ class clsVXHashTable : public std::enable_shared_from_this<clsVXHashTable> {
   void SetSize(std::int32_t hashSize, std::int32_t listSize = 0, std::int32_t chunkSize = 0);
 
   bool Exists(std::string_view key) const;
-  int Add(std::string_view key, JsonValue value, std::string_view comment = {});
+  int Add(std::string_view key, JsonValue&& value, std::string_view comment = {});
   // The value; empty when the key is unknown; the table itself for an empty key.
   JsonValue item(std::string_view key) const;
   void item(std::string_view key, JsonValue value);
@@ -102,24 +102,33 @@ class clsVXHashTable : public std::enable_shared_from_this<clsVXHashTable> {
   int Remove(std::string_view key);
   void RemoveAll();
   std::int32_t count() const { return static_cast<std::int32_t>(entries_.size()); }
-  const std::vector<std::string>& Keys() const { return keyList_; }
+  // The listed keys, in order; KeyCount and KeyAt give them without copies.
+  std::vector<std::string> Keys() const;
+  size_t KeyCount() const { return keyList_.size(); }
+  std::string_view KeyAt(size_t i) const { return {keyChars_.data() + keyList_[i].at, keyList_[i].size}; }
   std::string Comment(std::string_view key) const;
   void Comment(std::string_view key, std::string_view comment);
   // Removes the whole item, like Remove.
   int RemoveComment(std::string_view key) { return Remove(key); }
 
  private:
+  // A comment is rare, so a slot holds it apart (nullptr for none) and stays small to move.
   struct Slot {
     JsonValue value;
-    std::string comment;
+    std::unique_ptr<std::string> comment;
   };
   // An item: its key (a stretch of keyChars_, as the caller gave it), the key's hash and the
   // slot. A case-blind table compares keys with their letters in upper case.
   struct Entry {
-    Entry(std::uint32_t at, std::uint32_t size, size_t keyHash) : keyAt(at), keySize(size), hash(keyHash) {}
+    Entry(std::uint32_t at, std::uint32_t size, size_t keyHash, JsonValue&& value)
+        : keyAt(at), keySize(size), hash(keyHash), slot{std::move(value), nullptr} {}
     std::uint32_t keyAt, keySize;
     size_t hash;
     Slot slot;
+  };
+  // A listed key: a stretch of keyChars_.
+  struct KeyRef {
+    std::uint32_t at, size;
   };
 
   std::string_view KeyOf(const Entry& e) const { return {keyChars_.data() + e.keyAt, e.keySize}; }
@@ -127,8 +136,8 @@ class clsVXHashTable : public std::enable_shared_from_this<clsVXHashTable> {
   // The entry of `key` (whose hash is `hash`), or nullptr.
   Entry* FindEntry(std::string_view key, size_t hash);
   const Entry* FindEntry(std::string_view key, size_t hash) const;
-  // A new entry at the end (the key is not there yet).
-  Entry& NewEntry(std::string_view key, size_t hash);
+  // A new entry at the end holding `value` (the key is not there yet).
+  Entry& NewEntry(std::string_view key, size_t hash, JsonValue&& value);
   // Rebuilds the index for `capacity` places (a power of two).
   void Reindex(size_t capacity);
   const Slot* Find(std::string_view key) const;
@@ -136,11 +145,13 @@ class clsVXHashTable : public std::enable_shared_from_this<clsVXHashTable> {
 
   // The items in the order they were made, their keys one after the other, and an open
   // addressing index over them (entry number + 1 per place, 0 for a free place), at most half
-  // full. The storage takes a few blocks per table instead of one or more per item.
+  // full. The storage takes a few blocks per table instead of one or more per item. The key
+  // list refers to the keys' characters, which stay as long as it lists any (SetSize keeps
+  // them then, and Remove never takes characters away).
   std::vector<Entry> entries_;
   std::string keyChars_;
   std::vector<std::uint32_t> index_;
-  std::vector<std::string> keyList_;
+  std::vector<KeyRef> keyList_;
   bool ignoreCase_ = false;
   std::int32_t hashSize_ = 1024, listSize_ = 2048, chunkSize_ = 1024;
 };
