@@ -528,9 +528,11 @@ class clsVXFileJSON::Parser {
       const size_t size = doc_.size();
       size_t end = pos_;
       std::int32_t v = 0;
-      while (end < size && end - pos_ < 10 && IsDigit(doc_[end]))
+      // At most nine digits, which an int32 holds; a tenth digit is a number character and
+      // sends the number the general way.
+      while (end < size && end - pos_ < 9 && IsDigit(doc_[end]))
         v = v * 10 + static_cast<std::int32_t>(doc_[end++] - '0');
-      if (end < size && end - pos_ <= 9 && !IsNumberCharacter(doc_[end])) {
+      if (end < size && !IsNumberCharacter(doc_[end])) {
         pos_ = end;
         return JsonValue(v);
       }
