@@ -105,7 +105,7 @@ bool CalcHoltropTermsAt(HoltropTerms& t, HoltropHull& h, double fn, FrictionITTC
   // The location is the method's, set by ReadHoltropHull (and put back by the form factor) or
   // by the run at a later speed. A failed form factor has left its own text and location in
   // the calculation error state; the speed part of the same reading goes on under them.
-  t = HoltropTerms{};
+  // `t` is fresh (its callers construct or reset it), so it is not cleared again here.
   try {
     const double L = h.L, B = h.B, T = h.T, W = h.W, S = h.S, ABT = h.ABT, Z = h.Z, AT = h.AT, iE = h.iE;
     const double Cp = h.Cp, Cw = h.Cw, Cm = h.Cm, LVol = h.LVol;

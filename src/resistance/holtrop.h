@@ -51,7 +51,8 @@ bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull);
 bool ReadHoltropHull(HoltropHull& h, HullReads& reads);
 // The speed part: the terms at Froude number `fn` of a hull read by ReadHoltropHull (which it
 // completes with c17 and m3 above Fn 0.4). The model's friction is taken through
-// `modelFriction` when given.
+// `modelFriction` when given. `terms` comes in as a fresh HoltropTerms{}: the terms that the
+// steps taken do not reach keep those values.
 bool CalcHoltropTermsAt(HoltropTerms& terms, HoltropHull& h, double fn,
                         FrictionITTC57Memo* modelFriction = nullptr);
 
