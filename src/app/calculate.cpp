@@ -135,13 +135,16 @@ constexpr Col kResistanceColumns[] = {
 
 CalculateResult RunCalculate() {
   Application& app = App();
+  // The hooks in force when the run starts serve the whole run (a front end installs its
+  // hooks before it calculates, not during a run).
+  UIHooks& hooks = Hooks();
   // 1. A value being typed goes through its write first.
-  Hooks().EndCellEdit();
+  hooks.EndCellEdit();
   // 2. A changed propeller sizing is a reason to calculate the propulsion instead.
   if (app.CurrentMode == Mode::Propulsion) {
     app.PropulsionSizingChanged = false;
   } else if (app.PropulsionSizingChanged) {
-    const Answer answer = Hooks().Ask("Propulsion Sizing", kSizingQuestion, false, Answer::No);
+    const Answer answer = hooks.Ask("Propulsion Sizing", kSizingQuestion, false, Answer::No);
     app.PropulsionSizingChanged = false;
     if (answer == Answer::Yes) {
       ViewMode(Mode::Propulsion);
@@ -149,18 +152,18 @@ CalculateResult RunCalculate() {
     }
   }
   // 3.-4.
-  Hooks().BusyPointer(true);
-  Hooks().SnapshotGraph();
+  hooks.BusyPointer(true);
+  hooks.SnapshotGraph();
   // 5. and 6.
   const ModeRun& run = app.CurrentMode == Mode::Propulsion ? kPropulsionRun : kResistanceRun;
   CalculateResult result;
   ClearErrorStacks();
   ResetCalcErrorState();  // the message of an earlier run is not shown again
   SetCalcLocation(run.location);
-  Hooks().Breathe();
+  hooks.Breathe();
   result.ok = run.predict();
-  Hooks().Breathe();
-  Hooks().BusyPointer(false);
+  hooks.Breathe();
+  hooks.BusyPointer(false);
   // A warning never stops a run; it is shown once, here. A failure without a cause still
   // shows the box, with an empty message.
   const bool pending = CalcErrorsPending();
@@ -168,9 +171,9 @@ CalculateResult RunCalculate() {
     result.warning = ShowWarning(0, run.warningLocation, GetCalcErrorText(), -1.0);
     result.warningShown = true;
   }
-  Hooks().RefreshResults();
+  hooks.RefreshResults();
   result.hullDragTableCommandEnabled = HullDragTableCommandEnabled();
-  Hooks().EnableHullDragTableCommand(result.hullDragTableCommandEnabled);
+  hooks.EnableHullDragTableCommand(result.hullDragTableCommandEnabled);
   // Also after a failed run: what was written stays, and the button no longer asks for a
   // recalculation.
   SetNeedCalculate(run.needResistance, run.needPropulsion);

@@ -248,8 +248,8 @@ double clsVXUnits::Convert(UnitFamily f, double value, int toIndex, int fromInde
   const auto n = static_cast<unsigned>(table.count[static_cast<size_t>(ordinal)]);
   if (static_cast<unsigned>(toIndex) < n && static_cast<unsigned>(fromIndex) < n && startupFactors.ready) {
     const auto& factor = table.factor[static_cast<size_t>(ordinal)][kFamilyBases[code].power];
-    return Rounded(value * factor[static_cast<size_t>(toIndex)] / factor[static_cast<size_t>(fromIndex)],
-                   sigDigits_);
+    const double v = value * factor[static_cast<size_t>(toIndex)] / factor[static_cast<size_t>(fromIndex)];
+    return round_ ? round_(v, sigDigits_) : v;
   }
   return ConvertOther(ordinal, kFamilyBases[code].power, s.customFactor, value, toIndex, fromIndex,
                       sigDigits_);
@@ -276,9 +276,14 @@ UnitScale::UnitScale(const clsVXUnits* units, UnitFamily family, int toIndex, in
   prepared_ = true;
 }
 
+void clsVXUnits::SigDigits(int digits) {
+  sigDigits_ = digits;
+  round_ = digits != -1 ? PreparedRounding(digits) : nullptr;
+}
+
 void clsVXUnits::ClearAllData() {
   unitsFormReturn_ = 2;
-  sigDigits_ = -1;
+  sigDigits_ = -1, round_ = nullptr;
   for (Slot& s : slots_) s.index = 0;
 }
 

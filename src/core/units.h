@@ -102,7 +102,7 @@ class clsVXUnits {
   double Convert(UnitFamily f, double value, int toIndex, int fromIndex) const;
 
   int SigDigits() const { return sigDigits_; }
-  void SigDigits(int digits) { sigDigits_ = digits; }
+  void SigDigits(int digits);
   int UnitsFormReturn() const { return unitsFormReturn_; }
   void UnitsFormReturn(int v) { unitsFormReturn_ = v; }
 
@@ -157,6 +157,8 @@ class clsVXUnits {
 
   std::array<Slot, kUnitFamilyCount> slots_{};
   int sigDigits_ = -1;
+  // The rounding to sigDigits_ that Convert takes (PreparedRounding), null for -1; set with it.
+  double (*round_)(double value, int digits) = nullptr;
   int unitsFormReturn_ = 2;
 };
 

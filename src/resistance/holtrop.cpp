@@ -27,6 +27,17 @@ bool Fail(const char* text) {
   return false;
 }
 
+// c17 and m3 of the wave formula above Fn 0.4, from the hull as read (L/B held at 2.6 or more).
+// Formed once per reading, by its first speed above Fn 0.4; a run below it spends nothing on them.
+void FormHighSpeedWaveTerms(HoltropHull& h) {
+  if (h.highSpeedFormed) return;
+  const double L = h.L, Vol = h.Vol, Cm = h.Cm, LB = h.LB;
+  const double BL = 1.0 / LB, TB = 1.0 / h.BT;
+  h.c17 = 6919.3 * std::pow(Cm, -1.3346) * std::pow(Vol / (L * L * L), 2.00977) * std::pow(LB - 2.0, 1.40692);
+  h.m3 = -7.2035 * std::pow(BL, 0.326869) * std::pow(TB, 0.605375);
+  h.highSpeedFormed = true;
+}
+
 }  // namespace
 
 bool ReadHoltropHull(HoltropHull& h, const clsVXHull& hull) {
@@ -54,7 +65,7 @@ bool ReadHoltropHull(HoltropHull& h, HullReads& r) {
     // 3-4. Very beamy hulls are taken at L/B 2.6, the lower end of the regression.
     h.LB = std::max(h.LB, 2.6);
     const double L = h.L, B = h.B, T = h.T, Vol = h.Vol, ABT = h.ABT, Z = h.Z, iE = h.iE, Cp = h.Cp;
-    const double LVol = h.LVol, LT = h.LT, LB = h.LB, Cm = h.Cm;
+    const double LVol = h.LVol, LT = h.LT, LB = h.LB;
     const double BL = 1.0 / LB, TB = 1.0 / h.BT, LVol3 = LVol * LVol * LVol;
     h.lcb = (h.XB - 0.5 * L) * 100.0 / L;
 
@@ -78,9 +89,6 @@ bool ReadHoltropHull(HoltropHull& h, HullReads& r) {
     h.c16 = Cp < 0.8 ? 8.07981 * Cp - 13.8673 * Cp * Cp + 6.984388 * Cp * Cp * Cp : 1.73014 - 0.7067 * Cp;
     h.c1 = 2223105.0 * std::pow(h.c7, 3.78613) * std::pow(TB, 1.07961) * std::pow(90.0 - iE, -1.37565);
     h.m1 = 0.0140407 * LT - 1.75254 * std::cbrt(Vol) / L - 4.79323 * BL - h.c16;
-    h.c17 =
-        6919.3 * std::pow(Cm, -1.3346) * std::pow(Vol / (L * L * L), 2.00977) * std::pow(LB - 2.0, 1.40692);
-    h.m3 = -7.2035 * std::pow(BL, 0.326869) * std::pow(TB, 0.605375);
     h.lambda = LB < 12.0 ? 1.446 * Cp - 0.03 * LB : 1.446 * Cp - 0.36;
 
     // 24. The length of run; the form factor of step 5 has used it, and the stern coefficient
@@ -93,11 +101,11 @@ bool ReadHoltropHull(HoltropHull& h, HullReads& r) {
   }
 }
 
-bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn, FrictionITTC57Memo* modelFriction) {
+bool CalcHoltropTermsAt(HoltropTerms& t, HoltropHull& h, double fn, FrictionITTC57Memo* modelFriction) {
   // The location is the method's, set by ReadHoltropHull (and put back by the form factor) or
   // by the run at a later speed. A failed form factor has left its own text and location in
   // the calculation error state; the speed part of the same reading goes on under them.
-  t = HoltropTerms{};
+  // `t` is fresh (its callers construct or reset it), so it is not cleared again here.
   try {
     const double L = h.L, B = h.B, T = h.T, W = h.W, S = h.S, ABT = h.ABT, Z = h.Z, AT = h.AT, iE = h.iE;
     const double Cp = h.Cp, Cw = h.Cw, Cm = h.Cm, LVol = h.LVol;
@@ -125,7 +133,11 @@ bool CalcHoltropTermsAt(HoltropTerms& t, const HoltropHull& h, double fn, Fricti
     }
     t.c7 = h.c7;
     if (t.c7 < 0.0) return Fail("Holtrop coef C7");
-    t.c5 = h.c5, t.c15 = h.c15, t.c16 = h.c16, t.c1 = h.c1, t.m1 = h.m1, t.c17 = h.c17, t.m3 = h.m3;
+    t.c5 = h.c5, t.c15 = h.c15, t.c16 = h.c16, t.c1 = h.c1, t.m1 = h.m1;
+    if (fn > 0.4) {
+      FormHighSpeedWaveTerms(h);
+      t.c17 = h.c17, t.m3 = h.m3;
+    }
     t.lambda = h.lambda;
 
     // 20. Wave resistance below Fn 0.4 and above Fn 0.55, with m4 = 0.4 c15 exp(-0.034 Fn^-3.29).
